@@ -1,0 +1,35 @@
+# What every target of the house has in common.
+
+# One library per folder, linked by the folder's name. Headers are included from src/: "store/ModelContext.h".
+function(larkspool_library name)
+    add_library(${name} STATIC ${ARGN})
+    larkspool_target(${name})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+endfunction()
+
+# Warnings are errors, Qt is strict, sanitizers as chosen by the preset.
+function(larkspool_target name)
+    target_compile_options(${name} PRIVATE
+        -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+        -Wcast-qual -Wformat=2 -Wimplicit-fallthrough)
+    target_compile_definitions(${name} PRIVATE
+        QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_FOREACH QT_STRICT_ITERATORS
+        QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+    if(LARKSPOOL_SANITIZER)
+        target_compile_options(${name} PUBLIC -fsanitize=${LARKSPOOL_SANITIZER} -fno-omit-frame-pointer)
+        target_link_options(${name} PUBLIC -fsanitize=${LARKSPOOL_SANITIZER})
+    endif()
+endfunction()
+
+# A GoogleTest program; its cases are listed when it has been built, and each is a test of ctest's.
+function(larkspool_gtest name)
+    cmake_parse_arguments(arg "" "LABEL" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    larkspool_target(${name})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES})
+    gtest_discover_tests(${name}
+        DISCOVERY_TIMEOUT 60
+        PROPERTIES LABELS ${arg_LABEL} TIMEOUT 300 ENVIRONMENT "${arg_ENVIRONMENT}")
+endfunction()

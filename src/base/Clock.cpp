@@ -1,0 +1,6 @@
+#include "base/Clock.h"
+
+QDateTime SystemClock::now() const
+{
+    return QDateTime::currentDateTimeUtc();
+}

@@ -1,0 +1,123 @@
+#include "store/ClipboardItem.h"
+
+#include "base/Text.h"
+#include "platform/ImageCodec.h"
+#include "platform/Pasteboard.h"
+
+#include <QUrl>
+
+namespace
+{
+
+/// Parses a text as an address: the text itself decides, nothing is completed or mended.
+bool parsesAsUrl(const QByteArray &text)
+{
+    // No address is as long; a long text is not worth a parser's time and memory.
+    constexpr qsizetype LongestUrl = 1024 * 1024;
+    return !text.isEmpty() && text.size() <= LongestUrl
+        && QUrl(QString::fromUtf8(text), QUrl::StrictMode).isValid();
+}
+
+} // namespace
+
+ClipboardItem::ClipboardItem(QByteArray content, ClipboardItemType type, std::optional<QByteArray> imageData,
+    std::optional<QString> sourceAppName, std::optional<QString> sourceAppBundleId, bool isPinned,
+    const Clock &clock)
+{
+    m_fields.id = QUuid::createUuid();
+    m_fields.content = std::move(content);
+    m_fields.contentSize = m_fields.content.size();
+    m_fields.type = type;
+    m_fields.hasImageData = imageData.has_value();
+    m_fields.imageData = std::move(imageData);
+    m_fields.sourceAppName = std::move(sourceAppName);
+    m_fields.sourceAppBundleId = std::move(sourceAppBundleId);
+    m_fields.isPinned = isPinned;
+    m_fields.createdAt = clock.now();
+    m_fields.characterCount = text::characterCount(m_fields.content);
+}
+
+QByteArray ClipboardItem::contentUtf8() const
+{
+    if (isContentResident() || !m_reader)
+        return m_fields.content;
+    return m_reader->readContent(rowId()).value_or(QByteArray());
+}
+
+bool ClipboardItem::contentEquals(const QByteArray &content) const
+{
+    if (content.size() != m_fields.contentSize || !content.startsWith(m_fields.content))
+        return false;
+    return isContentResident() || (m_reader && m_reader->contentEquals(rowId(), content));
+}
+
+std::optional<QByteArray> ClipboardItem::imageData() const
+{
+    if (m_fields.imageData || !m_fields.hasImageData || !m_reader)
+        return m_fields.imageData;
+    return m_reader->readImageData(rowId());
+}
+
+std::optional<QImage> ClipboardItem::thumbnail() const
+{
+    const auto encoded = imageData();
+    return encoded ? image::decode(*encoded) : std::nullopt;
+}
+
+void ClipboardItem::setContent(QByteArray content)
+{
+    if (contentEquals(content))
+        return;
+    if (keeper())
+        keeper()->recordWillChange(*this);
+    m_fields.contentSize = content.size();
+    m_fields.content = std::move(content);
+    if (keeper())
+        keeper()->recordDidChange(*this);
+}
+
+void ClipboardItem::copyToPasteboard(Pasteboard &pasteboard) const
+{
+    pasteboard.clearContents();
+    switch (m_fields.type) {
+    case ClipboardItemType::Text:
+    case ClipboardItemType::RichText:
+        pasteboard.setString(contentUtf8());
+        break;
+    case ClipboardItemType::Image: {
+        const auto encoded = imageData();
+        if (encoded && image::decode(*encoded))
+            pasteboard.writeObjects({PasteboardImage{*encoded}});
+        break;
+    }
+    case ClipboardItemType::Url: {
+        const QByteArray address = contentUtf8();
+        if (!parsesAsUrl(address))
+            break;
+        pasteboard.setString(address);
+        pasteboard.writeObjects({PasteboardUrl{address}});
+        break;
+    }
+    case ClipboardItemType::File: {
+        const QByteArray path = contentUtf8();
+        if (parsesAsUrl(path))
+            pasteboard.writeObjects({PasteboardUrl{path}});
+        break;
+    }
+    }
+}
+
+bool ClipboardItem::newestFirst(const ClipboardItem &a, const ClipboardItem &b)
+{
+    if (a.m_fields.createdAt != b.m_fields.createdAt)
+        return a.m_fields.createdAt > b.m_fields.createdAt;
+    return a.sequence() > b.sequence();
+}
+
+void ClipboardItem::releaseBytes(const ItemByteReader *reader)
+{
+    m_reader = reader;
+    m_fields.imageData.reset();
+    if (m_fields.contentSize > ResidentLimit)
+        m_fields.content = QByteArray(m_fields.content.constData(), HeadSize);
+}

@@ -1,0 +1,66 @@
+"""What can be told about a display from outside."""
+
+import contextlib
+import threading
+
+from Xlib import X, XK, Xatom, display, error
+
+
+class XProbe:
+    """A quiet look at a display through a connection of its own. Any one thread at a time."""
+
+    def __init__(self, name):
+        self._display = display.Display(name)
+        self._root = self._display.screen().root
+        self._lock = threading.Lock()
+
+    def close(self):
+        with self._lock, contextlib.suppress(error.ConnectionClosedError):
+            self._display.close()
+
+    def _atom(self, name):
+        return self._display.intern_atom(name)
+
+    def has_window_manager(self):
+        with self._lock:
+            found = self._root.get_full_property(self._atom("_NET_SUPPORTING_WM_CHECK"), Xatom.WINDOW)
+            return found is not None
+
+    def selection_owner(self, selection="CLIPBOARD"):
+        """The window that owns a selection, as a number; 0 when none does."""
+        with self._lock:
+            owner = self._display.get_selection_owner(self._atom(selection))
+            return owner if isinstance(owner, int) else owner.id
+
+    def active_window(self):
+        """The active window as a number; 0 when there is none."""
+        with self._lock:
+            found = self._root.get_full_property(self._atom("_NET_ACTIVE_WINDOW"), Xatom.WINDOW)
+            return found.value[0] if found is not None and len(found.value) else 0
+
+    def is_grabbed(self, key, modifiers):
+        """Whether another program holds the key with exactly the modifiers ("Super", "Shift", ...) as a hot key.
+
+        Tried under a server grab, so that the program cannot be refused because of the attempt.
+        """
+        mask = 0
+        for modifier in modifiers:
+            mask |= {"Shift": X.ShiftMask, "Control": X.ControlMask, "Super": X.Mod4Mask, "Alt": X.Mod1Mask}[modifier]
+        with self._lock, self._server_grab():
+            code = self._display.keysym_to_keycode(XK.string_to_keysym(key))
+            refused = error.CatchError(error.BadAccess)
+            self._root.grab_key(code, mask, False, X.GrabModeAsync, X.GrabModeAsync, onerror=refused)
+            self._display.sync()
+            if refused.get_error() is not None:
+                return True
+            self._root.ungrab_key(code, mask)
+            return False
+
+    @contextlib.contextmanager
+    def _server_grab(self):
+        self._display.grab_server()
+        try:
+            yield
+        finally:
+            self._display.ungrab_server()
+            self._display.sync()
