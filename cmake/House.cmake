@@ -33,3 +33,10 @@ function(larkspool_gtest name)
         DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS ${arg_LABEL} TIMEOUT 300 ENVIRONMENT "${arg_ENVIRONMENT}")
 endfunction()
+
+# A QML module's library: as every target, but Qt's generated code shadows names.
+function(larkspool_qml_target name)
+    larkspool_target(${name})
+    target_compile_options(${name} PRIVATE -Wno-shadow -Wno-unused-variable)
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+endfunction()

@@ -3,8 +3,8 @@
 #include <memory>
 #include <utility>
 
-/// A member of an object that schedules work for later: closures made by `guard` do nothing once the object is
-/// gone. Main thread only; declare it last, so that it ends before the members that the closures use.
+/// A member of an object that schedules work for later: closures made by `guard` do nothing once the object
+/// is gone. Main thread only; declare it last, so that it ends before the members that the closures use.
 class Lifetime
 {
 public:

@@ -29,7 +29,10 @@ private:
 
 } // namespace
 
-EventLoopQueue::EventLoopQueue() : m_context(std::make_unique<Context>()) {}
+EventLoopQueue::EventLoopQueue()
+    : m_context(std::make_unique<Context>())
+{
+}
 EventLoopQueue::~EventLoopQueue() = default;
 
 void EventLoopQueue::async(Block block)

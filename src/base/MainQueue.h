@@ -4,8 +4,8 @@
 #include <functional>
 #include <memory>
 
-/// The main thread's queue of work. Blocks run on the main thread, one at a time, in the order of their due times.
-/// Tests inject a queue whose time they step.
+/// The main thread's queue of work. Blocks run on the main thread, one at a time, in the order of their due
+/// times. Tests inject a queue whose time they step.
 class MainQueue
 {
 public:
@@ -26,8 +26,8 @@ public:
     /// Runs the block once, after the delay. Main thread only.
     virtual void asyncAfter(std::chrono::milliseconds delay, Block block) = 0;
 
-    /// Runs the block every interval until the timer is destroyed. Main thread only. Ticks that were missed while
-    /// the thread was busy are not made up for.
+    /// Runs the block every interval until the timer is destroyed. Main thread only. Ticks that were missed
+    /// while the thread was busy are not made up for.
     [[nodiscard]] virtual std::unique_ptr<Timer> scheduledTimer(
         std::chrono::milliseconds interval, Block block) = 0;
 };

@@ -15,7 +15,11 @@ struct NotificationCenter::Entries {
 class NotificationCenter::Registration : public NotificationCenter::Observer
 {
 public:
-    Registration(const std::shared_ptr<Entries> &entries, quint64 key) : m_entries(entries), m_key(key) {}
+    Registration(const std::shared_ptr<Entries> &entries, quint64 key)
+        : m_entries(entries)
+        , m_key(key)
+    {
+    }
     ~Registration() override
     {
         if (const auto entries = m_entries.lock())
@@ -29,7 +33,10 @@ private:
     quint64 m_key;
 };
 
-NotificationCenter::NotificationCenter() : m_entries(std::make_shared<Entries>()) {}
+NotificationCenter::NotificationCenter()
+    : m_entries(std::make_shared<Entries>())
+{
+}
 NotificationCenter::~NotificationCenter() = default;
 
 void NotificationCenter::post(const QString &name)

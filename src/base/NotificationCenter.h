@@ -20,8 +20,8 @@ public:
     NotificationCenter();
     ~NotificationCenter();
 
-    /// Calls every observer of the name, in the order of registration. Observers may register, end registrations
-    /// and post from within a call; one registered during a post is not called by it.
+    /// Calls every observer of the name, in the order of registration. Observers may register, end
+    /// registrations and post from within a call; one registered during a post is not called by it.
     void post(const QString &name);
 
     [[nodiscard]] std::unique_ptr<Observer> addObserver(const QString &name, std::function<void()> block);

@@ -15,8 +15,14 @@ template<class T>
 class [[nodiscard]] Result
 {
 public:
-    Result(T value) : m_outcome(std::in_place_index<0>, std::move(value)) {}
-    Result(Error error) : m_outcome(std::in_place_index<1>, std::move(error)) {}
+    Result(T value)
+        : m_outcome(std::in_place_index<0>, std::move(value))
+    {
+    }
+    Result(Error error)
+        : m_outcome(std::in_place_index<1>, std::move(error))
+    {
+    }
 
     explicit operator bool() const { return m_outcome.index() == 0; }
 
@@ -33,4 +39,5 @@ private:
 };
 
 /// The value of a call that succeeded with nothing to tell.
-struct Success {};
+struct Success {
+};

@@ -2,8 +2,8 @@
 
 #include <unicode/brkiter.h>
 #include <unicode/uchar.h>
-#include <unicode/utf8.h>
 #include <unicode/utext.h>
+#include <unicode/utf8.h>
 
 #include <QStringDecoder>
 
@@ -22,9 +22,9 @@ enum class ByteKind : quint8 {
     Involved,     // starts a character for which the rules of UAX #29 must be asked
 };
 
-/// By lead byte: blocks in which every character has the Grapheme_Cluster_Break value Other or Control, so that
-/// there is a boundary between any two of them (rules GB4, GB5, GB999), CR LF excepted. U+00A9 and U+00AE are
-/// pictographs, which matters only before a joiner, and a joiner is not plain.
+/// By lead byte: blocks in which every character has the Grapheme_Cluster_Break value Other or Control, so
+/// that there is a boundary between any two of them (rules GB4, GB5, GB999), CR LF excepted. U+00A9 and
+/// U+00AE are pictographs, which matters only before a joiner, and a joiner is not plain.
 constexpr std::array<ByteKind, 256> byteKinds()
 {
     std::array<ByteKind, 256> kinds{};
@@ -56,8 +56,8 @@ ByteKind kindOf(char byte)
 qint64 clustersByRules(QByteArrayView utf8)
 {
     UErrorCode status = U_ZERO_ERROR;
-    // One iterator for the process's main thread would save 20 microseconds a copy; a copy is not that frequent,
-    // but a text may have many involved stretches.
+    // One iterator for the process's main thread would save 20 microseconds a copy; a copy is not that
+    // frequent, but a text may have many involved stretches.
     static thread_local const std::unique_ptr<icu::BreakIterator> Iterator(
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
     if (!Iterator)

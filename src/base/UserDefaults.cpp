@@ -3,12 +3,15 @@
 #include <QSettings>
 #include <QStandardPaths>
 
-UserDefaults::UserDefaults(QString filePath) : m_filePath(std::move(filePath)) {}
+UserDefaults::UserDefaults(QString filePath)
+    : m_filePath(std::move(filePath))
+{
+}
 
 QString UserDefaults::defaultFilePath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-        + QStringLiteral("/larkspool/larkspool.conf");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+        QStringLiteral("/larkspool/larkspool.conf");
 }
 
 std::optional<QByteArray> UserDefaults::data(const QString &key) const

@@ -20,7 +20,7 @@ std::unique_ptr<HotKeyCenter> loadHotKeyCenter()
     return std::make_unique<NullHotKeyCenter>();
 }
 
-std::unique_ptr<EventPoster> loadEventPoster(MainQueue &, Workspace &)
+std::unique_ptr<EventPoster> loadEventPoster(MainQueue &, Workspace &, Pasteboard &)
 {
     return std::make_unique<NullEventPoster>();
 }

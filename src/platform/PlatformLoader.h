@@ -19,7 +19,8 @@ namespace platform
 std::unique_ptr<Pasteboard> loadPasteboard(MainQueue &queue);
 std::unique_ptr<Workspace> loadWorkspace();
 std::unique_ptr<HotKeyCenter> loadHotKeyCenter();
-std::unique_ptr<EventPoster> loadEventPoster(MainQueue &queue, Workspace &workspace);
+std::unique_ptr<EventPoster> loadEventPoster(
+    MainQueue &queue, Workspace &workspace, Pasteboard &pasteboard);
 std::unique_ptr<ScriptingService> loadScriptingService();
 std::unique_ptr<Screens> loadScreens();
 std::unique_ptr<UnifiedLog> loadUnifiedLog();

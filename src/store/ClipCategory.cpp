@@ -3,7 +3,7 @@
 ClipCategory::ClipCategory(
     QString name, QString colorHex, QString icon, qint64 sortOrder, bool isDefault, const Clock &clock)
     : m_fields{QUuid::createUuid(), std::move(name), std::move(colorHex), std::move(icon), sortOrder,
-        isDefault, clock.now()}
+          isDefault, clock.now()}
 {
 }
 

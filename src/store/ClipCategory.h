@@ -27,7 +27,10 @@ public:
         bool isDefault = false;
         QDateTime createdAt;
     };
-    explicit ClipCategory(Fields fields) : m_fields(std::move(fields)) {}
+    explicit ClipCategory(Fields fields)
+        : m_fields(std::move(fields))
+    {
+    }
     const Fields &fields() const { return m_fields; }
 
     const QUuid &id() const { return m_fields.id; }

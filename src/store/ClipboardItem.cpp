@@ -14,8 +14,8 @@ bool parsesAsUrl(const QByteArray &text)
 {
     // No address is as long; a long text is not worth a parser's time and memory.
     constexpr qsizetype LongestUrl = 1024 * 1024;
-    return !text.isEmpty() && text.size() <= LongestUrl
-        && QUrl(QString::fromUtf8(text), QUrl::StrictMode).isValid();
+    return !text.isEmpty() && text.size() <= LongestUrl &&
+        QUrl(QString::fromUtf8(text), QUrl::StrictMode).isValid();
 }
 
 } // namespace
@@ -112,6 +112,11 @@ bool ClipboardItem::newestFirst(const ClipboardItem &a, const ClipboardItem &b)
     if (a.m_fields.createdAt != b.m_fields.createdAt)
         return a.m_fields.createdAt > b.m_fields.createdAt;
     return a.sequence() > b.sequence();
+}
+
+bool ClipboardItem::pinnedFirst(const ClipboardItem &a, const ClipboardItem &b)
+{
+    return a.isPinned() != b.isPinned() ? a.isPinned() : newestFirst(a, b);
 }
 
 void ClipboardItem::releaseBytes(const ItemByteReader *reader)

@@ -28,8 +28,8 @@ public:
 
 /// One entry of the history: one captured copy.
 ///
-/// Once saved, it keeps in memory neither image bytes nor a long content: these are read from the store when asked
-/// for. Main thread only.
+/// Once saved, it keeps in memory neither image bytes nor a long content: these are read from the store when
+/// asked for. Main thread only.
 class ClipboardItem : public Record
 {
 public:
@@ -39,8 +39,8 @@ public:
     static constexpr qint64 HeadSize = 4 * 1024;
 
     /// A new entry with a fresh `id`, the current time and its characters counted.
-    /// `content` is well-formed UTF-8: the text; of a `Url` its address; of a `File` its path; of an `Image` the
-    /// path, name or size text that it was captured with.
+    /// `content` is well-formed UTF-8: the text; of a `Url` its address; of a `File` its path; of an `Image`
+    /// the path, name or size text that it was captured with.
     ClipboardItem(QByteArray content, ClipboardItemType type, std::optional<QByteArray> imageData,
         std::optional<QString> sourceAppName, std::optional<QString> sourceAppBundleId, bool isPinned,
         const Clock &clock = SystemClock());
@@ -60,7 +60,10 @@ public:
         qint64 characterCount = 0;
         std::optional<QUuid> categoryId;
     };
-    explicit ClipboardItem(Fields fields) : m_fields(std::move(fields)) {}
+    explicit ClipboardItem(Fields fields)
+        : m_fields(std::move(fields))
+    {
+    }
     const Fields &fields() const { return m_fields; }
 
     const QUuid &id() const { return m_fields.id; }
@@ -99,14 +102,16 @@ public:
     void setContent(QByteArray content);
     void setCharacterCount(qint64 count) { assign(m_fields.characterCount, count); }
 
-    /// Puts the entry on the pasteboard. Clears it first and always: an entry that cannot be written (image bytes
-    /// absent or broken, an address that does not parse) leaves it empty rather than with what was there before.
-    /// A `RichText` is written as plain text, a `Url` as text and address, a `File` as an address alone, with its
-    /// path as it stands.
+    /// Puts the entry on the pasteboard. Clears it first and always: an entry that cannot be written (image
+    /// bytes absent or broken, an address that does not parse) leaves it empty rather than with what was
+    /// there before. A `RichText` is written as plain text, a `Url` as text and address, a `File` as an
+    /// address alone, with its path as it stands.
     void copyToPasteboard(Pasteboard &pasteboard) const;
 
     /// The order of the history: later `createdAt` first; equal ones by later insertion first.
     static bool newestFirst(const ClipboardItem &a, const ClipboardItem &b);
+    /// The order of the panel: pinned entries, then the others, each `newestFirst`.
+    static bool pinnedFirst(const ClipboardItem &a, const ClipboardItem &b);
 
 private:
     friend class ModelContext;

@@ -11,8 +11,8 @@ struct Color {
     double blue = 0;
     double opacity = 1;
 
-    /// The colour that a text of six hexadecimal digits names, any "#" and surrounding white space aside: "#3F78F3".
-    /// There are no short forms and none with alpha: any other length gives nothing.
+    /// The colour that a text of six hexadecimal digits names, any "#" and surrounding white space aside:
+    /// "#3F78F3". There are no short forms and none with alpha: any other length gives nothing.
     static std::optional<Color> hex(QStringView text);
 
     /// What stands in for a colour that does not parse.

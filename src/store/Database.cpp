@@ -158,8 +158,8 @@ qint64 BlobReader::size() const
 
 bool BlobReader::read(char *buffer, qint64 size, qint64 offset) const
 {
-    return sqlite3_blob_read(m_blob.get(), buffer, static_cast<int>(size), static_cast<int>(offset))
-        == SQLITE_OK;
+    return sqlite3_blob_read(m_blob.get(), buffer, static_cast<int>(size), static_cast<int>(offset)) ==
+        SQLITE_OK;
 }
 
 Result<std::unique_ptr<Database>> Database::open(const QString &filePath)
@@ -172,8 +172,8 @@ Result<std::unique_ptr<Database>> Database::open(const QString &filePath)
         ::close(descriptor);
     }
     sqlite3 *handle = nullptr;
-    const int status
-        = sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int status =
+        sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     auto database = std::unique_ptr<Database>(new Database(handle));
     if (status != SQLITE_OK)
         return database->lastError();
@@ -190,7 +190,8 @@ Database::~Database()
 
 Error Database::lastError() const
 {
-    return Error{m_database ? QString::fromUtf8(sqlite3_errmsg(m_database)) : QStringLiteral("out of memory")};
+    return Error{
+        m_database ? QString::fromUtf8(sqlite3_errmsg(m_database)) : QStringLiteral("out of memory")};
 }
 
 Result<Success> Database::execute(const char *sql)

@@ -100,7 +100,10 @@ public:
     Result<Success> transaction(const std::function<Result<Success>()> &block);
 
 private:
-    explicit Database(sqlite3 *database) : m_database(database) {}
+    explicit Database(sqlite3 *database)
+        : m_database(database)
+    {
+    }
     Error lastError() const;
 
     sqlite3 *m_database;

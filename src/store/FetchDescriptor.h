@@ -9,10 +9,11 @@
 template<class Model>
 struct FetchDescriptor {
     using Predicate = std::function<bool(const Model &)>;
-    /// Whether the first comes before the second: one of the record's own orders (`ClipboardItem::newestFirst`).
+    /// Whether the first comes before the second: one of the record's own orders
+    /// (`ClipboardItem::newestFirst`).
     using Order = bool (*)(const Model &, const Model &);
 
-    Predicate predicate;        ///< none: all
-    Order order = nullptr;      ///< none: the record's natural order
+    Predicate predicate;         ///< none: all
+    Order order = nullptr;       ///< none: the record's natural order
     std::optional<qint64> limit; ///< none: no limit
 };

@@ -17,7 +17,8 @@ size_t contentHash(const ClipboardItem &item)
 
 } // namespace
 
-ItemIndex::ItemIndex(RecordSet<ClipboardItem> &items) : m_items(items)
+ItemIndex::ItemIndex(RecordSet<ClipboardItem> &items)
+    : m_items(items)
 {
     m_items.addObserver(*this);
 }

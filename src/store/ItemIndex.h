@@ -5,8 +5,8 @@
 
 #include <unordered_map>
 
-/// What capture asks of the history, without reading it: the newest entry with a given type and content, and how
-/// many entries are not pinned. Both take the same time however long the history is.
+/// What capture asks of the history, without reading it: the newest entry with a given type and content, and
+/// how many entries are not pinned. Both take the same time however long the history is.
 class ItemIndex : public RecordObserver<ClipboardItem>
 {
 public:

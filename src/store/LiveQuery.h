@@ -8,17 +8,16 @@ template<class Model>
 class LiveQuery : public RecordObserver<Model>
 {
 public:
-    /// What happened to one row; the rows show it already.
+    /// What happens to one row.
     struct Change {
         enum class Kind { Inserted, Removed, Moved, Changed };
         Kind kind;
-        qsizetype row;       ///< where it is, or was when it was removed
-        qsizetype fromRow;   ///< where it was before, of a `Moved` one; else `row`
-        std::shared_ptr<Model> record;
+        qsizetype row;     ///< where it is afterwards; of a `Removed` one, where it was
+        qsizetype fromRow; ///< where it was before, of a `Moved` one; else `row`
     };
 
-    /// The descriptor's limit is not observed. A record whose field the predicate reads enters and leaves as the
-    /// field changes.
+    /// The descriptor's limit is not observed. A record whose field the predicate reads enters and leaves as
+    /// the field changes.
     LiveQuery(ModelContext &context, FetchDescriptor<Model> descriptor);
     ~LiveQuery() override;
     LiveQuery(const LiveQuery &) = delete;
@@ -26,7 +25,9 @@ public:
 
     const std::deque<std::shared_ptr<Model>> &rows() const { return m_rows; }
 
-    std::function<void(const Change &)> onChange;
+    /// Called before the rows show a change, and after. A model of the rows passes them on to its views.
+    std::function<void(const Change &)> onWillChange;
+    std::function<void(const Change &)> onDidChange;
 
     void recordInserted(const std::shared_ptr<Model> &record) override;
     void recordWillChange(const Model &) override {}
@@ -38,10 +39,15 @@ private:
     {
         return !m_descriptor.predicate || m_descriptor.predicate(record);
     }
+    using Kind = typename Change::Kind;
+
     /// The row that the record is in, or -1.
     qsizetype rowOf(const Model &record) const;
-    qsizetype place(const std::shared_ptr<Model> &record);
-    void tell(typename Change::Kind kind, qsizetype row, qsizetype fromRow, const std::shared_ptr<Model> &record);
+    /// The row that the record would be in if it were not in one yet.
+    qsizetype rowFor(const Model &record) const;
+    /// Tells before, changes the rows, tells after.
+    template<class Edit>
+    void apply(const Change &change, Edit edit);
 
     ModelContext &m_context;
     FetchDescriptor<Model> m_descriptor;
@@ -50,7 +56,8 @@ private:
 
 template<class Model>
 LiveQuery<Model>::LiveQuery(ModelContext &context, FetchDescriptor<Model> descriptor)
-    : m_context(context), m_descriptor(std::move(descriptor))
+    : m_context(context)
+    , m_descriptor(std::move(descriptor))
 {
     if (!m_descriptor.order)
         m_descriptor.order = RecordMapping<Model>::Order;
@@ -71,18 +78,16 @@ void LiveQuery<Model>::recordInserted(const std::shared_ptr<Model> &record)
 {
     if (!matches(*record))
         return;
-    const qsizetype row = place(record);
-    tell(Change::Kind::Inserted, row, row, record);
+    const qsizetype row = rowFor(*record);
+    apply({Kind::Inserted, row, row}, [&] { m_rows.insert(m_rows.begin() + row, record); });
 }
 
 template<class Model>
 void LiveQuery<Model>::recordRemoved(const std::shared_ptr<Model> &record)
 {
     const qsizetype row = rowOf(*record);
-    if (row < 0)
-        return;
-    m_rows.erase(m_rows.begin() + row);
-    tell(Change::Kind::Removed, row, row, record);
+    if (row >= 0)
+        apply({Kind::Removed, row, row}, [&] { m_rows.erase(m_rows.begin() + row); });
 }
 
 template<class Model>
@@ -95,35 +100,55 @@ void LiveQuery<Model>::recordChanged(const std::shared_ptr<Model> &record)
         return;
     }
     const qsizetype fromRow = found - m_rows.begin();
-    m_rows.erase(found);
     if (!matches(*record)) {
-        tell(Change::Kind::Removed, fromRow, fromRow, record);
+        apply({Kind::Removed, fromRow, fromRow}, [&] { m_rows.erase(m_rows.begin() + fromRow); });
         return;
     }
-    const qsizetype row = place(record);
-    tell(row == fromRow ? Change::Kind::Changed : Change::Kind::Moved, row, fromRow, record);
+    const bool isAfterPrevious = fromRow == 0 || !m_descriptor.order(*record, *m_rows[fromRow - 1]);
+    const bool isBeforeNext =
+        fromRow + 1 == std::ssize(m_rows) || !m_descriptor.order(*m_rows[fromRow + 1], *record);
+    if (isAfterPrevious && isBeforeNext) {
+        apply({Kind::Changed, fromRow, fromRow}, [] {});
+        return;
+    }
+    // Two stretches, each in order: the rows before the old one and the rows after it.
+    const auto precedes = [this](const Model &sought, const auto &other) {
+        return m_descriptor.order(sought, *other);
+    };
+    const auto old = m_rows.begin() + fromRow;
+    const qsizetype row = isAfterPrevious
+        ? std::upper_bound(old + 1, m_rows.end(), *record, precedes) - m_rows.begin() - 1
+        : std::upper_bound(m_rows.begin(), old, *record, precedes) - m_rows.begin();
+    apply({Kind::Moved, row, fromRow}, [&] {
+        m_rows.erase(m_rows.begin() + fromRow);
+        m_rows.insert(m_rows.begin() + row, record);
+    });
 }
 
 template<class Model>
 qsizetype LiveQuery<Model>::rowOf(const Model &record) const
 {
-    const auto found = std::lower_bound(m_rows.begin(), m_rows.end(), record,
-        [this](const auto &other, const Model &sought) { return m_descriptor.order(*other, sought); });
-    return found != m_rows.end() && found->get() == &record ? found - m_rows.begin() : -1;
+    const qsizetype after = rowFor(record);
+    // The order is strict, so the record, if it is there, is the last that does not come after itself.
+    return after > 0 && m_rows[after - 1].get() == &record ? after - 1 : -1;
 }
 
 template<class Model>
-qsizetype LiveQuery<Model>::place(const std::shared_ptr<Model> &record)
+qsizetype LiveQuery<Model>::rowFor(const Model &record) const
 {
-    const auto at = std::upper_bound(m_rows.begin(), m_rows.end(), record,
-        [this](const auto &a, const auto &b) { return m_descriptor.order(*a, *b); });
-    return m_rows.insert(at, record) - m_rows.begin();
+    return std::upper_bound(m_rows.begin(), m_rows.end(), record,
+               [this](
+                   const Model &sought, const auto &other) { return m_descriptor.order(sought, *other); }) -
+        m_rows.begin();
 }
 
 template<class Model>
-void LiveQuery<Model>::tell(
-    typename Change::Kind kind, qsizetype row, qsizetype fromRow, const std::shared_ptr<Model> &record)
+template<class Edit>
+void LiveQuery<Model>::apply(const Change &change, Edit edit)
 {
-    if (onChange)
-        onChange({kind, row, fromRow, record});
+    if (onWillChange)
+        onWillChange(change);
+    edit();
+    if (onDidChange)
+        onDidChange(change);
 }

@@ -27,8 +27,8 @@ Result<Success> makeFolder(const QString &path)
 
 QString ModelContainer::defaultFilePath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/larkspool/larkspool.sqlite");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+        QStringLiteral("/larkspool/larkspool.sqlite");
 }
 
 Result<std::unique_ptr<ModelContainer>> ModelContainer::open(const QString &filePath)
@@ -43,8 +43,7 @@ Result<std::unique_ptr<ModelContainer>> ModelContainer::open(const QString &file
         return failure(database.error());
     if (const auto prepared = schema::prepare(*database.value()); !prepared)
         return failure(prepared.error());
-    auto container
-        = std::unique_ptr<ModelContainer>(new ModelContainer(std::move(database).value()));
+    auto container = std::unique_ptr<ModelContainer>(new ModelContainer(std::move(database).value()));
     if (const auto loaded = container->m_mainContext->load(); !loaded) {
         container->m_database->leaveFileAlone();
         return failure(loaded.error());
@@ -53,7 +52,8 @@ Result<std::unique_ptr<ModelContainer>> ModelContainer::open(const QString &file
 }
 
 ModelContainer::ModelContainer(std::unique_ptr<Database> database)
-    : m_database(std::move(database)), m_mainContext(std::make_unique<ModelContext>(*m_database))
+    : m_database(std::move(database))
+    , m_mainContext(std::make_unique<ModelContext>(*m_database))
 {
 }
 

@@ -14,8 +14,8 @@ public:
     /// The user's own store: `$XDG_DATA_HOME/larkspool/larkspool.sqlite`.
     static QString defaultFilePath();
 
-    /// Opens the file, making it and its folder (mode 0700) when they are missing. A file that cannot be used is
-    /// left as it is, and the error says why.
+    /// Opens the file, making it and its folder (mode 0700) when they are missing. A file that cannot be used
+    /// is left as it is, and the error says why.
     static Result<std::unique_ptr<ModelContainer>> open(const QString &filePath);
     ~ModelContainer();
 

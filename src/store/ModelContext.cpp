@@ -4,7 +4,8 @@
 #include <cstring>
 
 ModelContext::ModelContext(Database &database)
-    : m_database(database), m_itemIndex(records<ClipboardItem>())
+    : m_database(database)
+    , m_itemIndex(records<ClipboardItem>())
 {
     records<ClipboardItem>().onStored = [this](ClipboardItem &item) { itemStored(item); };
 }
@@ -113,8 +114,8 @@ bool ModelContext::contentEquals(qint64 rowId, const QByteArray &content) const
     std::array<char, 64 * 1024> buffer;
     for (qint64 offset = 0; offset < content.size();) {
         const qint64 size = qMin<qint64>(buffer.size(), content.size() - offset);
-        if (!blob.value().read(buffer.data(), size, offset)
-            || std::memcmp(buffer.data(), content.constData() + offset, static_cast<size_t>(size)) != 0)
+        if (!blob.value().read(buffer.data(), size, offset) ||
+            std::memcmp(buffer.data(), content.constData() + offset, static_cast<size_t>(size)) != 0)
             return false;
         offset += size;
     }

@@ -11,9 +11,9 @@
 
 /// The records of the store as the program works with them, and the road back to the file.
 ///
-/// All records are in memory (entries without their image bytes and long contents), so fetching cannot fail and
-/// shows changes that are not saved yet. A save writes everything that has changed as one transaction, durable when
-/// it returns; one that fails leaves the changes waiting for the next. Main thread only.
+/// All records are in memory (entries without their image bytes and long contents), so fetching cannot fail
+/// and shows changes that are not saved yet. A save writes everything that has changed as one transaction,
+/// durable when it returns; one that fails leaves the changes waiting for the next. Main thread only.
 class ModelContext : public ItemByteReader
 {
 public:
@@ -95,9 +95,8 @@ qint64 ModelContext::fetchCount(const FetchDescriptor<Model> &descriptor) const
     const auto &all = records<Model>().records();
     qint64 count = std::ssize(all);
     if (descriptor.predicate)
-        count = std::count_if(all.begin(), all.end(), [&](const auto &record) {
-            return descriptor.predicate(*record);
-        });
+        count = std::count_if(
+            all.begin(), all.end(), [&](const auto &record) { return descriptor.predicate(*record); });
     return descriptor.limit ? std::min(count, *descriptor.limit) : count;
 }
 

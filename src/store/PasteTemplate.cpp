@@ -3,7 +3,7 @@
 PasteTemplate::PasteTemplate(QString name, QString separator, QString itemPrefix, QString itemSuffix,
     QString wrapPrefix, QString wrapSuffix, qint64 sortOrder, bool isDefault)
     : m_fields{QUuid::createUuid(), std::move(name), std::move(separator), std::move(itemPrefix),
-        std::move(itemSuffix), std::move(wrapPrefix), std::move(wrapSuffix), sortOrder, isDefault}
+          std::move(itemSuffix), std::move(wrapPrefix), std::move(wrapSuffix), sortOrder, isDefault}
 {
 }
 

@@ -28,7 +28,10 @@ public:
         qint64 sortOrder = 0;
         bool isDefault = false;
     };
-    explicit PasteTemplate(Fields fields) : m_fields(std::move(fields)) {}
+    explicit PasteTemplate(Fields fields)
+        : m_fields(std::move(fields))
+    {
+    }
     const Fields &fields() const { return m_fields; }
 
     const QUuid &id() const { return m_fields.id; }
@@ -41,8 +44,8 @@ public:
     qint64 sortOrder() const { return m_fields.sortOrder; }
     bool isDefault() const { return m_fields.isDefault; }
 
-    /// The texts, each between `itemPrefix` and `itemSuffix`, joined by `separator`, the whole between `wrapPrefix`
-    /// and `wrapSuffix`. Nothing is escaped, trimmed or numbered.
+    /// The texts, each between `itemPrefix` and `itemSuffix`, joined by `separator`, the whole between
+    /// `wrapPrefix` and `wrapSuffix`. Nothing is escaped, trimmed or numbered.
     QString combine(const QStringList &items) const;
 
     /// The order of display: lower `sortOrder` first; equal ones in the order of insertion.

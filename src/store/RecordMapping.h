@@ -13,14 +13,15 @@ struct RecordMapping;
 template<>
 struct RecordMapping<ClipboardItem> {
     static constexpr auto Order = &ClipboardItem::newestFirst;
-    /// Columns: rowid, id, type, sourceAppName, sourceAppBundleId, isPinned, createdAt, characterCount, categoryId,
-    /// content (or NULL when it is long), whether there are image bytes.
+    /// Columns: rowid, id, type, sourceAppName, sourceAppBundleId, isPinned, createdAt, characterCount,
+    /// categoryId, content (or NULL when it is long), whether there are image bytes.
     static const char *selectAll();
     static const char *insert();
     static const char *update();
     static const char *remove();
     static void bind(Statement &statement, const ClipboardItem::Fields &fields);
-    /// An update leaves image bytes alone: they never change. It binds what `bind` does, and the row's number.
+    /// An update leaves image bytes alone: they never change. It binds what `bind` does, and the row's
+    /// number.
     static void bindUpdate(Statement &statement, const ClipboardItem::Fields &fields, qint64 rowId);
     static ClipboardItem::Fields read(const Statement &statement);
 };

@@ -62,9 +62,10 @@ Result<qint64> versionOf(Database &database)
     if (applicationId.value() != ApplicationId)
         return Error{QStringLiteral("the file is another program's database")};
     if (version.value() > Version) {
-        return Error{QStringLiteral("the file is from a newer version (its schema is %1, this program knows %2)")
-                         .arg(version.value())
-                         .arg(Version)};
+        return Error{
+            QStringLiteral("the file is from a newer version (its schema is %1, this program knows %2)")
+                .arg(version.value())
+                .arg(Version)};
     }
     return version.value();
 }

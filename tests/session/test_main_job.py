@@ -86,8 +86,9 @@ class MainJob(unittest.TestCase):
 
     def test_the_panel_stands_in_the_middle_of_the_screen(self):
         window = self.program.open_panel()
-        middle = lambda: self.desktop.keyboard.geometry(window) == (620, 220, 680, 640)
-        wait_until(middle, f"680 x 640 in the middle; is at {self.desktop.keyboard.geometry(window)}")
+        wait_until(
+            lambda: self.desktop.keyboard.geometry(window) == (620, 220, 680, 640), "680 x 640 in the middle"
+        )
 
     def test_up_and_down_stop_at_the_ends(self):
         self.copy("last", "middle", "first")

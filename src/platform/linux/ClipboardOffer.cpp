@@ -62,15 +62,26 @@ bool isTextTarget(const QByteArray &target)
     return std::find(TextTargets.begin(), TextTargets.end(), target) != TextTargets.end();
 }
 
+bool hasText(const ClipboardContent &content)
+{
+    return std::any_of(content.entries().begin(), content.entries().end(),
+        [](const ClipboardContent::Entry &entry) { return textRank(entry.target).has_value(); });
+}
+
+/// Whether the byte starts a UTF-8 sequence of a character above U+00FF.
+bool startsBeyondLatin1(char byte)
+{
+    return static_cast<quint8>(byte) >= 0xc4;
+}
+
 Answer textAnswer(const QByteArray &utf8, const QByteArray &target)
 {
     if (target == Latin1String)
         return Rendering{latin1(utf8), Latin1String};
     if (target != AnyText)
         return Rendering{utf8, target};
-    QByteArray bytes = latin1(utf8);
-    const bool isLatin1 = QString::fromLatin1(bytes).toUtf8() == utf8;
-    return isLatin1 ? Rendering{std::move(bytes), Latin1String} : Rendering{utf8, Utf8String};
+    const bool isLatin1 = std::none_of(utf8.begin(), utf8.end(), startsBeyondLatin1);
+    return isLatin1 ? Rendering{latin1(utf8), Latin1String} : Rendering{utf8, Utf8String};
 }
 
 /// JPEG and BMP readers know no transparency: what was transparent would come out black.
@@ -91,9 +102,11 @@ QByteArrayList offeredTargets(const ClipboardContent &content)
         if (!targets.contains(target))
             targets.append(target);
     };
-    for (const ClipboardContent::Entry &entry : content.entries())
-        add(entry.target);
-    if (text(content))
+    for (const ClipboardContent::Entry &entry : content.entries()) {
+        if (entry.target != UnknownImage)
+            add(entry.target);
+    }
+    if (hasText(content))
         std::for_each(TextTargets.begin(), TextTargets.end(), add);
     if (imageSource(content) != nullptr) {
         for (const ImageFormat &format : ImageFormats) {
@@ -141,9 +154,16 @@ QByteArray latin1(const QByteArray &utf8)
 {
     QByteArray bytes;
     bytes.reserve(utf8.size());
-    // By whole characters: one beyond the first plane is one question mark, not two.
-    for (const char32_t character : QString::fromUtf8(utf8).toUcs4())
-        bytes.append(character < 0x100 ? static_cast<char>(character) : '?');
+    for (qsizetype at = 0; at < utf8.size(); ++at) {
+        const auto byte = static_cast<quint8>(utf8[at]);
+        const bool isContinuation = (byte & 0xc0U) == 0x80;
+        if (byte < 0x80)
+            bytes.append(utf8[at]);
+        else if (startsBeyondLatin1(utf8[at]))
+            bytes.append('?');
+        else if (!isContinuation && at + 1 < utf8.size())
+            bytes.append(static_cast<char>((byte << 6U) | (static_cast<quint8>(utf8[at + 1]) & 0x3fU)));
+    }
     return bytes;
 }
 

@@ -14,6 +14,9 @@ namespace clipboard
 /// ICCCM section 2.6.2: the owner chooses the encoding.
 inline constexpr char AnyText[] = "TEXT";
 
+/// A content's image in a format without a name of its own: it is offered in converted form only.
+inline constexpr char UnknownImage[] = "image/x-unknown";
+
 /// What is written for a requested target.
 struct Rendering {
     QByteArray bytes;
@@ -35,7 +38,7 @@ Answer answerFor(const ClipboardContent &content, const QByteArray &target);
 /// The image file in the format of the target; nothing when the source is no image.
 std::optional<QByteArray> encodedImage(const PendingImage &image);
 
-/// The text in ISO 8859-1; characters that it lacks become question marks.
+/// A well-formed text in ISO 8859-1; characters that it lacks become question marks.
 QByteArray latin1(const QByteArray &utf8);
 
 } // namespace clipboard

@@ -1,5 +1,6 @@
 #include "platform/linux/ClipboardOwnContent.h"
 
+#include "platform/linux/ClipboardOffer.h"
 #include "platform/linux/ClipboardTargets.h"
 
 namespace
@@ -20,7 +21,7 @@ QByteArray imageTarget(const QByteArray &encoded)
         return "image/webp";
     if (encoded.startsWith(QByteArrayView("II*\0", 4)) || encoded.startsWith(QByteArrayView("MM\0*", 4)))
         return clipboard::Tiff;
-    return "image/x-unknown";
+    return clipboard::UnknownImage;
 }
 
 /// Address, line feed, title: the address is its own title. UTF-16 in this machine's byte order, as browsers write.
@@ -47,8 +48,7 @@ qint64 ClipboardOwnContent::start()
 void ClipboardOwnContent::setString(const QByteArray &string)
 {
     offer(clipboard::Utf8PlainText, string);
-    m_queue.amend(snapshot().number,
-        [&](ClipboardReading &reading) { reading.values[PasteboardType::String] = string; });
+    amendReading([&](ClipboardReading &reading) { reading.values[PasteboardType::String] = string; });
 }
 
 void ClipboardOwnContent::writeObjects(const std::vector<PasteboardObject> &objects)
@@ -60,7 +60,7 @@ void ClipboardOwnContent::writeObjects(const std::vector<PasteboardObject> &obje
 void ClipboardOwnContent::write(const PasteboardImage &image)
 {
     offer(imageTarget(image.encoded), image.encoded);
-    m_queue.amend(snapshot().number, [&](ClipboardReading &reading) {
+    amendReading([&](ClipboardReading &reading) {
         reading.values[PasteboardType::Png] = image.encoded;
         reading.pngs.erase(PasteboardType::Png);
         reading.isImageOfAnyFormat = true;
@@ -72,8 +72,7 @@ void ClipboardOwnContent::write(const PasteboardUrl &url)
     offer(clipboard::UriList, url.text + "\r\n");
     offer(clipboard::MozillaUrl, mozillaUrl(url.text));
     const auto type = clipboard::isFileAddress(url.text) ? PasteboardType::FileUrl : PasteboardType::Url;
-    m_queue.amend(
-        snapshot().number, [&](ClipboardReading &reading) { reading.values[type] = url.text; });
+    amendReading([&](ClipboardReading &reading) { reading.values[type] = url.text; });
 }
 
 void ClipboardOwnContent::offer(const QByteArray &target, const QByteArray &bytes)
@@ -81,6 +80,12 @@ void ClipboardOwnContent::offer(const QByteArray &target, const QByteArray &byte
     const std::lock_guard lock(m_mutex);
     if (m_own.number != 0)
         m_own.content.insert(target, bytes);
+}
+
+void ClipboardOwnContent::amendReading(const std::function<void(ClipboardReading &)> &change)
+{
+    if (const qint64 number = snapshot().number; number != 0)
+        m_queue.amend(number, change);
 }
 
 ClipboardOwnContent::Snapshot ClipboardOwnContent::snapshot() const

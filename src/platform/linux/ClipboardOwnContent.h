@@ -33,6 +33,7 @@ private:
     void write(const PasteboardImage &image);
     void write(const PasteboardUrl &url);
     void offer(const QByteArray &target, const QByteArray &bytes);
+    void amendReading(const std::function<void(ClipboardReading &)> &change);
 
     ClipboardQueue &m_queue;
     mutable std::mutex m_mutex;

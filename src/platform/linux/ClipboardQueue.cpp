@@ -129,29 +129,30 @@ ClipboardQueue::Content *ClipboardQueue::find(qint64 number)
 void ClipboardQueue::store(Content &content, ClipboardReading reading)
 {
     content.reading = std::move(reading);
+    ++content.revision;
     const bool mustConvert = hasUnconvertedImages(content.reading);
     content.state = mustConvert ? State::Converting : State::Finished;
     if (mustConvert)
-        m_converter.post([this, number = content.number] { convert(number); });
+        m_converter.post(
+            [this, number = content.number, revision = content.revision] { convert(number, revision); });
 }
 
 /// On the converter's thread. The bytes stay with the content, so that one that is dropped frees them.
-void ClipboardQueue::convert(qint64 number)
+void ClipboardQueue::convert(qint64 number, int revision)
 {
     ClipboardReading images;
     {
         const std::lock_guard lock(m_mutex);
         const Content *const content = find(number);
-        if (content == nullptr || content->state != State::Converting)
-            return;
+        if (content == nullptr || content->revision != revision)
+            return; // dropped, or amended since: another conversion is on its way
         images = imagesOf(content->reading);
     }
-    const ClipboardReading before = images;
     clipboard::addPngRepresentations(images);
     const std::lock_guard lock(m_mutex);
     Content *const content = find(number);
-    if (content == nullptr || imagesOf(content->reading).values != before.values)
-        return; // dropped, or amended: another conversion is on its way
+    if (content == nullptr || content->revision != revision)
+        return;
     for (const PasteboardType type : ImageTypes)
         content->reading.values.erase(type);
     content->reading.values.merge(images.values);

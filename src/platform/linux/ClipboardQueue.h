@@ -55,11 +55,12 @@ private:
         qint64 number = 0;
         State state = State::Reserved;
         ClipboardReading reading;
+        int revision = 0; ///< of the reading
     };
 
     Content *find(qint64 number);
     void store(Content &content, ClipboardReading reading);
-    void convert(qint64 number);
+    void convert(qint64 number, int revision);
     void dropBeyondLimits();
     bool isBeyondLimits() const;
     void updateFlag();

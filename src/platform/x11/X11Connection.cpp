@@ -58,7 +58,7 @@ void X11Connection::internAtoms(const std::vector<QByteArray> &names)
     for (size_t i = 0; i < names.size(); ++i) {
         const XcbReply<xcb_intern_atom_reply_t> reply(
             xcb_intern_atom_reply(m_connection, cookies[i], nullptr));
-        const xcb_atom_t atom = reply ? reply->atom : XCB_ATOM_NONE;
+        const xcb_atom_t atom = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
         m_atoms[names[i].toStdString()] = atom;
         if (atom != XCB_ATOM_NONE)
             m_names[atom] = names[i];

@@ -1,0 +1,212 @@
+#include "app/AppDelegate.h"
+
+#include "app/FloatingPanel.h"
+#include "base/Console.h"
+#include "base/Notifications.h"
+#include "base/Text.h"
+#include "store/Seeding.h"
+#include "ui/history/ClipboardHistoryView.h"
+#include "ui/history/HistoryModule.h"
+
+#include <QQmlEngine>
+#include <QQuickItem>
+
+#include <array>
+
+namespace
+{
+
+/// What a target needs between becoming active and taking a key.
+constexpr std::chrono::milliseconds PasteDelay{150};
+/// A switch to this application may take a moment; until then a claim for the focus is lost.
+constexpr std::array FocusRetries{
+    std::chrono::milliseconds(50), std::chrono::milliseconds(150), std::chrono::milliseconds(300)};
+/// After a failed save, when nothing else leads to one: a disk may have got room again.
+constexpr std::chrono::milliseconds SaveRetryDelay{5000};
+
+constexpr qint64 LoggedContentLength = 50;
+
+QString nameOf(const std::shared_ptr<RunningApplication> &application)
+{
+    return (application ? application->localizedName() : std::nullopt).value_or(QStringLiteral("nil"));
+}
+
+} // namespace
+
+AppDelegate::AppDelegate()
+    : m_defaults(UserDefaults::defaultFilePath())
+    , m_pasteboard(platform::loadPasteboard(m_queue))
+    , m_workspace(platform::loadWorkspace())
+    , m_hotKeyCenter(platform::loadHotKeyCenter())
+    , m_eventPoster(platform::loadEventPoster(m_queue, *m_workspace, *m_pasteboard))
+    , m_scripting(platform::loadScriptingService())
+    , m_screens(platform::loadScreens())
+    , m_unifiedLog(platform::loadUnifiedLog())
+    , m_pasteService(*m_eventPoster, *m_scripting, *m_unifiedLog, m_clock, PasteService::defaultLogFilePath())
+{
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    setupModelContainer();
+    setupPanel();
+    startClipboardMonitoring();
+    setupHotkey();
+    requestAccessibilityIfNeeded();
+    addObservers();
+}
+
+void AppDelegate::applicationWillTerminate()
+{
+    m_clipboardMonitor.reset();
+    if (m_hotkeyService)
+        m_hotkeyService->unregister();
+    if (m_modelContainer)
+        (void)m_modelContainer->mainContext().save();
+}
+
+void AppDelegate::setupModelContainer()
+{
+    auto container = ModelContainer::open(ModelContainer::defaultFilePath());
+    if (!container) {
+        consoleLine(QStringLiteral("Failed to create ModelContainer: ") + container.error().description);
+        return;
+    }
+    m_modelContainer = std::move(container).value();
+    m_modelContainer->mainContext().onSaveFailed = [this] { saveAgainLater(); };
+    seedDefaultCategories(m_modelContainer.get());
+    seedDefaultTemplates(m_modelContainer.get());
+}
+
+void AppDelegate::setupPanel()
+{
+    m_panel = std::make_unique<FloatingPanel>(m_queue);
+    if (!m_modelContainer)
+        return;
+    m_historyView = std::make_unique<ClipboardHistoryView>(m_modelContainer->mainContext(), m_notifications,
+        m_clock, [this](const std::shared_ptr<ClipboardItem> &item) { handleItemSelected(*item); });
+    registerHistoryModule();
+    m_panel->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    m_panel->setInitialProperties({{QStringLiteral("view"), QVariant::fromValue(m_historyView.get())}});
+    m_panel->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Larkspool/History/ClipboardHistory.qml")));
+}
+
+void AppDelegate::startClipboardMonitoring()
+{
+    if (!m_modelContainer)
+        return;
+    m_clipboardMonitor =
+        std::make_unique<ClipboardMonitor>(*m_modelContainer, *m_pasteboard, *m_workspace, m_queue, m_clock);
+    m_clipboardMonitor->startMonitoring();
+}
+
+void AppDelegate::setupHotkey()
+{
+    m_hotkeyService = std::make_unique<HotkeyService>(*m_hotKeyCenter);
+    m_hotkeyService->registerHotkey(loadKeyCombo(), [this] { togglePanel(); });
+}
+
+void AppDelegate::requestAccessibilityIfNeeded()
+{
+    if (m_eventPoster->isProcessTrustedWithPrompt())
+        return;
+    consoleLine(
+        QStringLiteral("[Larkspool] Accessibility permission not granted — paste simulation won't work "
+                       "until enabled in System Settings → Privacy → Accessibility"));
+}
+
+void AppDelegate::addObservers()
+{
+    m_observers.push_back(m_notifications.addObserver(notification::reloadHotkey(),
+        [this] { m_hotkeyService->registerHotkey(loadKeyCombo(), [this] { togglePanel(); }); }));
+    m_observers.push_back(
+        m_notifications.addObserver(notification::clearAllHistory(), [this] { clearAllHistory(); }));
+}
+
+KeyCombo AppDelegate::loadKeyCombo() const
+{
+    const auto stored = m_defaults.data(QStringLiteral("hotkeyCombo"));
+    const auto combo = stored ? KeyCombo::decoded(*stored) : std::nullopt;
+    return combo.value_or(KeyCombo::standard());
+}
+
+void AppDelegate::togglePanel()
+{
+    if (m_panel->isVisible())
+        m_panel->orderOut();
+    else
+        showPanel();
+}
+
+void AppDelegate::showPanel()
+{
+    m_previousApp = m_workspace->frontmostApplication();
+    if (const auto frame = m_screens->visibleFrame())
+        m_panel->centerIn(*frame);
+    m_notifications.post(notification::panelWillShow());
+    m_panel->makeKeyAndOrderFront();
+    scheduleFocusRetries();
+}
+
+void AppDelegate::scheduleFocusRetries()
+{
+    for (const auto delay : FocusRetries) {
+        m_queue.asyncAfter(delay, m_lifetime.guard([this] {
+            if (m_panel->isVisible() && m_panel->rootObject())
+                m_panel->rootObject()->forceActiveFocus();
+        }));
+    }
+}
+
+void AppDelegate::handleItemSelected(const ClipboardItem &item)
+{
+    m_pasteService.log(
+        QStringLiteral("handleItemSelected: ") + text::prefix(item.contentHead(), LoggedContentLength));
+    item.copyToPasteboard(*m_pasteboard);
+    m_pasteService.log(QStringLiteral("Copied to pasteboard"));
+    m_panel->orderOut();
+    const qint64 processIdentifier = m_previousApp ? m_previousApp->processIdentifier() : -1;
+    m_pasteService.log(
+        QStringLiteral("Previous app: %1, pid: %2").arg(nameOf(m_previousApp)).arg(processIdentifier));
+    if (m_previousApp)
+        activateAndPaste(m_previousApp);
+    else
+        m_pasteService.log(QStringLiteral("No previous app to paste into"));
+}
+
+void AppDelegate::activateAndPaste(const std::shared_ptr<RunningApplication> &target)
+{
+    target->activate();
+    m_queue.asyncAfter(PasteDelay, m_lifetime.guard([this, target] {
+        m_pasteService.log(QStringLiteral("Target active: %1, frontmost: %2")
+                               .arg(target->isActive() ? QStringLiteral("true") : QStringLiteral("false"),
+                                   nameOf(m_workspace->frontmostApplication())));
+        m_pasteService.simulatePaste();
+    }));
+}
+
+void AppDelegate::clearAllHistory()
+{
+    if (!m_modelContainer)
+        return;
+    ModelContext &context = m_modelContainer->mainContext();
+    const auto items = context.fetch<ClipboardItem>();
+    for (const auto &item : items)
+        context.remove(item);
+    (void)context.save();
+    consoleLine(QStringLiteral("[Larkspool] Cleared all history (%1 items)").arg(items.size()));
+}
+
+void AppDelegate::saveAgainLater()
+{
+    if (m_isSaveScheduled)
+        return;
+    m_isSaveScheduled = true;
+    m_queue.asyncAfter(SaveRetryDelay, m_lifetime.guard([this] {
+        m_isSaveScheduled = false;
+        if (m_modelContainer)
+            (void)m_modelContainer->mainContext().save();
+    }));
+}

@@ -1,0 +1,74 @@
+#include "app/FloatingPanel.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+
+FloatingPanel::FloatingPanel(MainQueue &queue)
+    : m_queue(queue)
+{
+    setTitle(QStringLiteral("Larkspool"));
+    // A dialog: window managers centre it, tiling ones float it, and it gets the focus like any window.
+    setFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    setColor(Qt::transparent);
+    setResizeMode(QQuickView::SizeRootObjectToView);
+    setMinimumSize(Size);
+    setMaximumSize(Size);
+    resize(Size);
+    connect(
+        qGuiApp, &QGuiApplication::applicationStateChanged, this, &FloatingPanel::applicationStateChanged);
+}
+
+FloatingPanel::~FloatingPanel() = default;
+
+void FloatingPanel::makeKeyAndOrderFront()
+{
+    show();
+    raise();
+    requestActivate();
+}
+
+void FloatingPanel::orderOut()
+{
+    hide();
+}
+
+void FloatingPanel::centerIn(const QRect &frame)
+{
+    QRect geometry(QPoint(), Size);
+    geometry.moveCenter(frame.center());
+    setPosition(geometry.topLeft());
+}
+
+void FloatingPanel::keyPressEvent(QKeyEvent *event)
+{
+    event->ignore();
+    QQuickView::keyPressEvent(event);
+    if (!event->isAccepted() && event->key() == Qt::Key_Escape)
+        cancelOperation();
+}
+
+bool FloatingPanel::event(QEvent *event)
+{
+    // A window manager's close button hides it: the panel lives as long as the program.
+    if (event->type() == QEvent::Close) {
+        event->ignore();
+        orderOut();
+        return true;
+    }
+    return QQuickView::event(event);
+}
+
+void FloatingPanel::cancelOperation()
+{
+    orderOut();
+}
+
+void FloatingPanel::applicationStateChanged(Qt::ApplicationState state)
+{
+    if (state == Qt::ApplicationActive)
+        return;
+    m_queue.async(m_lifetime.guard([this] {
+        if (QGuiApplication::applicationState() != Qt::ApplicationActive)
+            orderOut();
+    }));
+}

@@ -1,0 +1,13 @@
+import QtQuick
+
+/// A named symbol, white, sharp at every scale.
+Image {
+    required property string name
+    property int size: 16
+
+    width: size
+    height: size
+    source: name === "" ? "" : "symbols/" + name + ".svg"
+    sourceSize: Qt.size(size, size)
+    fillMode: Image.PreserveAspectFit
+}
