@@ -13,9 +13,13 @@ TerminationSignals::TerminationSignals()
     sigemptyset(&signals);
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
         sigaddset(&signals, signal);
-    // Blocked in every thread that is started from now on, so that they arrive here and nowhere else.
+    // Every thread that is started from now on inherits it.
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     m_descriptor = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+}
+
+void TerminationSignals::quitApplication()
+{
     if (m_descriptor < 0)
         return;
     m_notifier = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);

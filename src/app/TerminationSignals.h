@@ -14,6 +14,9 @@ public:
     TerminationSignals(const TerminationSignals &) = delete;
     TerminationSignals &operator=(const TerminationSignals &) = delete;
 
+    /// From now on a signal, also one that has come since, quits the application.
+    void quitApplication();
+
 private:
     std::unique_ptr<QSocketNotifier> m_notifier;
     int m_descriptor = -1;

@@ -6,6 +6,7 @@
 
 int main(int argumentCount, char **arguments)
 {
+    TerminationSignals terminationSignals;
     // Measured: starts faster, shows its first frame sooner and needs half the memory of a GPU's context.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -14,7 +15,7 @@ int main(int argumentCount, char **arguments)
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Larkspool"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.larkspool.Larkspool"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    const TerminationSignals terminationSignals;
+    terminationSignals.quitApplication();
     AppDelegate delegate;
     delegate.applicationDidFinishLaunching();
     const int status = QGuiApplication::exec();

@@ -6,8 +6,8 @@ FakeWorkspace::~FakeWorkspace() = default;
 std::shared_ptr<FakeWorkspace::Application> FakeWorkspace::bringToFront(
     std::optional<QString> name, std::optional<QString> identifier, qint64 processIdentifier)
 {
-    m_frontmost
-        = std::make_shared<Application>(*this, std::move(name), std::move(identifier), processIdentifier);
+    m_frontmost =
+        std::make_shared<Application>(*this, std::move(name), std::move(identifier), processIdentifier);
     return m_frontmost;
 }
 

@@ -34,7 +34,10 @@ private:
     std::shared_ptr<Block> m_block;
 };
 
-ManualMainQueue::ManualMainQueue() : m_state(std::make_shared<State>()) {}
+ManualMainQueue::ManualMainQueue()
+    : m_state(std::make_shared<State>())
+{
+}
 ManualMainQueue::~ManualMainQueue() = default;
 
 void ManualMainQueue::advanceBy(std::chrono::milliseconds step)

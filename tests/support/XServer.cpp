@@ -1,6 +1,7 @@
 #include "support/XServer.h"
 
-XServer::XServer() : m_previousDisplay(qgetenv("DISPLAY"))
+XServer::XServer()
+    : m_previousDisplay(qgetenv("DISPLAY"))
 {
     m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.start(QStringLiteral("Xvfb"),

@@ -1,4 +1,5 @@
 import QtQuick
+import Larkspool.History
 import Larkspool.Style
 
 /// The panel's content: a count and the list.

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Makes the QML modules of the history panel known to the QML engine; a static library's would not be linked in by
-/// themselves. Once, before the first engine loads them.
+/// Makes the QML modules of the history panel known to the QML engine; a static library's would not be linked
+/// in by themselves. Once, before the first engine loads them.
 void registerHistoryModule();

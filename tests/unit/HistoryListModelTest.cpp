@@ -1,0 +1,136 @@
+#include "base/Notifications.h"
+#include "fakes/FixedClock.h"
+#include "support/TemporaryStore.h"
+#include "ui/history/ClipboardHistoryView.h"
+
+#include <QAbstractItemModelTester>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+class HistoryList : public ::testing::Test
+{
+protected:
+    std::shared_ptr<ClipboardItem> add(
+        const QByteArray &content, ClipboardItemType type = ClipboardItemType::Text)
+    {
+        m_clock.advanceBy(1000);
+        const auto item = std::make_shared<ClipboardItem>(
+            content, type, std::nullopt, std::nullopt, std::nullopt, false, m_clock);
+        m_store.context().insert(item);
+        return item;
+    }
+    QStringList previews(const HistoryListModel &model) const
+    {
+        QStringList list;
+        for (int row = 0; row < model.rowCount(); ++row)
+            list.append(model.index(row).data(HistoryListModel::Preview).toString());
+        return list;
+    }
+
+    TemporaryStore m_store;
+    FixedClock m_clock;
+    NotificationCenter m_notifications;
+};
+
+TEST_F(HistoryList, ShowsPinnedEntriesFirstAndEachPartNewestFirst)
+{
+    HistoryListModel model(m_store.context(), m_clock);
+    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    std::vector<std::shared_ptr<ClipboardItem>> items;
+    for (const auto *const content : {"5", "4", "3", "2", "1"})
+        items.push_back(add(content));
+    items[1]->setPinned(true);
+    items[3]->setPinned(true);
+    EXPECT_EQ(previews(model),
+        (QStringList{QStringLiteral("2"), QStringLiteral("4"), QStringLiteral("1"), QStringLiteral("3"),
+            QStringLiteral("5")}));
+    m_store.context().remove(items[3]);
+    items[1]->setPinned(false);
+    EXPECT_EQ(previews(model),
+        (QStringList{QStringLiteral("1"), QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("5")}));
+}
+
+TEST_F(HistoryList, APreviewIsTrimmedAndBlanksAloneShowNothing)
+{
+    HistoryListModel model(m_store.context(), m_clock);
+    add(" \n ");
+    add("\n  two\nlines \n");
+    EXPECT_EQ(previews(model), (QStringList{QStringLiteral("two\nlines"), QString()}));
+}
+
+TEST_F(HistoryList, AFileShowsItsNameAndItsFolder)
+{
+    HistoryListModel model(m_store.context(), m_clock);
+    add("/home/ann/report.pdf", ClipboardItemType::File);
+    EXPECT_EQ(model.index(0).data(HistoryListModel::Title).toString(), QStringLiteral("report.pdf"));
+    EXPECT_EQ(model.index(0).data(HistoryListModel::Folder).toString(), QStringLiteral("/home/ann"));
+}
+
+TEST_F(HistoryList, TheHighlightStopsAtBothEnds)
+{
+    ClipboardHistoryView view(m_store.context(), m_notifications, m_clock, {});
+    add("b");
+    add("a");
+    EXPECT_TRUE(view.handleKey(Qt::Key_Up));
+    EXPECT_EQ(view.selectedIndex(), 0);
+    view.handleKey(Qt::Key_Down);
+    view.handleKey(Qt::Key_Down);
+    EXPECT_EQ(view.selectedIndex(), 1);
+}
+
+TEST_F(HistoryList, ReturnPicksTheHighlightedEntry)
+{
+    std::shared_ptr<ClipboardItem> picked;
+    ClipboardHistoryView view(m_store.context(), m_notifications, m_clock,
+        [&picked](const std::shared_ptr<ClipboardItem> &item) { picked = item; });
+    const auto older = add("older");
+    add("newer");
+    view.handleKey(Qt::Key_Down);
+    view.handleKey(Qt::Key_Return);
+    EXPECT_EQ(picked, older);
+}
+
+TEST_F(HistoryList, WithoutEntriesTheKeysDoNothing)
+{
+    int picks = 0;
+    ClipboardHistoryView view(
+        m_store.context(), m_notifications, m_clock, [&picks](const auto &) { ++picks; });
+    for (const int key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Return})
+        view.handleKey(key);
+    EXPECT_EQ(picks, 0);
+    EXPECT_EQ(view.selectedIndex(), 0);
+}
+
+TEST_F(HistoryList, EscapeIsLeftToThePanel)
+{
+    ClipboardHistoryView view(m_store.context(), m_notifications, m_clock, {});
+    EXPECT_FALSE(view.handleKey(Qt::Key_Escape));
+}
+
+TEST_F(HistoryList, ShowingThePanelHighlightsTheFirstRow)
+{
+    ClipboardHistoryView view(m_store.context(), m_notifications, m_clock, {});
+    add("b");
+    add("a");
+    view.handleKey(Qt::Key_Down);
+    m_notifications.post(notification::panelWillShow());
+    EXPECT_EQ(view.selectedIndex(), 0);
+}
+
+TEST_F(HistoryList, AHighlightBeyondAShrunkenListPicksNothing)
+{
+    int picks = 0;
+    ClipboardHistoryView view(
+        m_store.context(), m_notifications, m_clock, [&picks](const auto &) { ++picks; });
+    const auto b = add("b");
+    add("a");
+    view.handleKey(Qt::Key_Down);
+    m_store.context().remove(b);
+    view.handleKey(Qt::Key_Return);
+    EXPECT_EQ(picks, 0);
+}
+
+} // namespace
