@@ -1,44 +1,66 @@
 #include "platform/PlatformLoader.h"
 
+#include "base/Console.h"
+#include "platform/linux/SystemLog.h"
 #include "platform/null/NullBackends.h"
+#include "platform/x11/X11Backends.h"
+#include "platform/x11/X11Pasteboard.h"
 
 namespace platform
 {
+namespace
+{
+
+/// The back end, or the one that does nothing, with the reason on the console.
+template<class Port, class NullBackend>
+std::unique_ptr<Port> orNull(std::unique_ptr<Port> backend, const char *reason)
+{
+    if (backend)
+        return backend;
+    consoleLine(QStringLiteral("[Larkspool] ") + QString::fromLatin1(reason));
+    return std::make_unique<NullBackend>();
+}
+
+} // namespace
 
 std::unique_ptr<Pasteboard> loadPasteboard(MainQueue &)
 {
-    return std::make_unique<NullPasteboard>();
+    return orNull<Pasteboard, NullPasteboard>(X11Pasteboard::open(),
+        "No clipboard: this desktop session has no X server with the XFixes extension");
 }
 
 std::unique_ptr<Workspace> loadWorkspace()
 {
-    return std::make_unique<NullWorkspace>();
+    return orNull<Workspace, NullWorkspace>(
+        makeX11Workspace(), "No frontmost application: this desktop session has no X server");
 }
 
 std::unique_ptr<HotKeyCenter> loadHotKeyCenter()
 {
-    return std::make_unique<NullHotKeyCenter>();
+    return orNull<HotKeyCenter, NullHotKeyCenter>(
+        makeX11HotKeyCenter(), "No hot key: this desktop session has no X server with the XKB extension");
 }
 
-std::unique_ptr<EventPoster> loadEventPoster(MainQueue &, Workspace &, Pasteboard &)
+std::unique_ptr<EventPoster> loadEventPoster(MainQueue &queue, const Workspace &workspace)
 {
-    return std::make_unique<NullEventPoster>();
+    return orNull<EventPoster, NullEventPoster>(makeX11EventPoster(queue, workspace),
+        "No paste keys: this desktop session has no X server with the XTEST extension");
 }
 
 std::unique_ptr<ScriptingService> loadScriptingService()
 {
     return std::make_unique<NullScriptingService>(
-        QStringLiteral("no service for pressing keys on this desktop"));
+        QStringLiteral("this desktop has no service for pressing keys that Larkspool knows"));
 }
 
 std::unique_ptr<Screens> loadScreens()
 {
-    return std::make_unique<NullScreens>();
+    return orNull<Screens, NullScreens>(makeX11Screens(), "No screens: this desktop session has no X server");
 }
 
 std::unique_ptr<UnifiedLog> loadUnifiedLog()
 {
-    return std::make_unique<NullUnifiedLog>();
+    return makeSystemLog();
 }
 
 } // namespace platform

@@ -11,16 +11,16 @@
 
 #include <memory>
 
-/// Chooses a back end for each port by trying what the session really offers, never by its name. Each loader always
-/// returns something: where nothing can be had, a back end that does nothing and has printed the reason as one line.
+/// Chooses a back end for each port by trying what the session really offers, never by its name. Each loader
+/// always returns something: where nothing can be had, a back end that does nothing and has printed the
+/// reason as one line.
 namespace platform
 {
 
 std::unique_ptr<Pasteboard> loadPasteboard(MainQueue &queue);
 std::unique_ptr<Workspace> loadWorkspace();
 std::unique_ptr<HotKeyCenter> loadHotKeyCenter();
-std::unique_ptr<EventPoster> loadEventPoster(
-    MainQueue &queue, Workspace &workspace, Pasteboard &pasteboard);
+std::unique_ptr<EventPoster> loadEventPoster(MainQueue &queue, const Workspace &workspace);
 std::unique_ptr<ScriptingService> loadScriptingService();
 std::unique_ptr<Screens> loadScreens();
 std::unique_ptr<UnifiedLog> loadUnifiedLog();

@@ -48,8 +48,9 @@ struct ClipboardReading {
 namespace clipboard
 {
 
-/// The content's text, from the best text target in it: well-formed UTF-8. STRING is ISO 8859-1 (ICCCM section
-/// 2.6.2), the others are UTF-8; one NUL at the end is a C string's terminator and no part of the text.
+/// The content's text, from the best text target in it: well-formed UTF-8. STRING is ISO 8859-1 (ICCCM
+/// section 2.6.2), the others are UTF-8; one NUL at the end is a C string's terminator and no part of the
+/// text.
 std::optional<QByteArray> text(const ClipboardContent &content);
 
 /// The first `file:` address among the copied files. This machine's name as host, or "localhost", is dropped:

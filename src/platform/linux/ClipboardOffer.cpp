@@ -152,18 +152,19 @@ std::optional<QByteArray> encodedImage(const PendingImage &image)
 
 QByteArray latin1(const QByteArray &utf8)
 {
-    QByteArray bytes;
-    bytes.reserve(utf8.size());
-    for (qsizetype at = 0; at < utf8.size(); ++at) {
-        const auto byte = static_cast<quint8>(utf8[at]);
-        const bool isContinuation = (byte & 0xc0U) == 0x80;
+    QByteArray bytes(utf8.size(), Qt::Uninitialized);
+    char *out = bytes.data();
+    const char *const end = utf8.constData() + utf8.size();
+    for (const char *at = utf8.constData(); at != end; ++at) {
+        const auto byte = static_cast<quint8>(*at);
         if (byte < 0x80)
-            bytes.append(utf8[at]);
-        else if (startsBeyondLatin1(utf8[at]))
-            bytes.append('?');
-        else if (!isContinuation && at + 1 < utf8.size())
-            bytes.append(static_cast<char>((byte << 6U) | (static_cast<quint8>(utf8[at + 1]) & 0x3fU)));
+            *out++ = *at;
+        else if (startsBeyondLatin1(*at))
+            *out++ = '?';
+        else if ((byte & 0xc0U) == 0xc0U && at + 1 != end)
+            *out++ = static_cast<char>((byte << 6U) | (static_cast<quint8>(at[1]) & 0x3fU));
     }
+    bytes.truncate(out - bytes.constData());
     return bytes;
 }
 

@@ -6,8 +6,8 @@
 
 #include <variant>
 
-/// How a content is offered to other programs: the targets that it has, and those that follow from them. A text is
-/// offered in every text encoding, an image in the common formats. Pure functions; any thread.
+/// How a content is offered to other programs: the targets that it has, and those that follow from them. A
+/// text is offered in every text encoding, an image in the common formats. Pure functions; any thread.
 namespace clipboard
 {
 
@@ -20,7 +20,8 @@ inline constexpr char UnknownImage[] = "image/x-unknown";
 /// What is written for a requested target.
 struct Rendering {
     QByteArray bytes;
-    QByteArray type; ///< the target name that says how to read the bytes: the requested one, unless that is TEXT
+    QByteArray
+        type; ///< the target name that says how to read the bytes: the requested one, unless that is TEXT
 };
 
 /// The picture must be encoded afresh: see `encodedImage`, which takes its time.

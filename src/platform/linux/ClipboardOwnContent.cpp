@@ -24,7 +24,8 @@ QByteArray imageTarget(const QByteArray &encoded)
     return clipboard::UnknownImage;
 }
 
-/// Address, line feed, title: the address is its own title. UTF-16 in this machine's byte order, as browsers write.
+/// Address, line feed, title: the address is its own title. UTF-16 in this machine's byte order, as browsers
+/// write.
 QByteArray mozillaUrl(const QByteArray &address)
 {
     const QString utf16 = QString::fromUtf8(address);

@@ -4,13 +4,16 @@
 
 #include <mutex>
 
-/// The content that this program writes itself: what is offered to other programs, and its place in the line of
-/// contents, where it reads like anybody's. It outlives being current: it is there until the next `start`.
+/// The content that this program writes itself: what is offered to other programs, and its place in the line
+/// of contents, where it reads like anybody's. It outlives being current: it is there until the next `start`.
 class ClipboardOwnContent
 {
 public:
     /// The queue outlives it.
-    explicit ClipboardOwnContent(ClipboardQueue &queue) : m_queue(queue) {}
+    explicit ClipboardOwnContent(ClipboardQueue &queue)
+        : m_queue(queue)
+    {
+    }
 
     // Main thread.
 

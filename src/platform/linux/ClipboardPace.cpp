@@ -23,6 +23,6 @@ bool ClipboardPace::hasExpired(Time now) const
         return true;
     if (!m_holdsBackSince)
         return false;
-    return now - std::max(m_progress, *m_holdsBackSince) >= m_limits.heldBackWithoutProgress
-        || now - *m_holdsBackSince >= m_limits.heldBack;
+    return now - std::max(m_progress, *m_holdsBackSince) >= m_limits.heldBackWithoutProgress ||
+        now - *m_holdsBackSince >= m_limits.heldBack;
 }

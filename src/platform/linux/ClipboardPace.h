@@ -29,7 +29,12 @@ class ClipboardPace
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    ClipboardPace(const ClipboardLimits &limits, Time now) : m_limits(limits), m_start(now), m_progress(now) {}
+    ClipboardPace(const ClipboardLimits &limits, Time now)
+        : m_limits(limits)
+        , m_start(now)
+        , m_progress(now)
+    {
+    }
 
     void progressed(Time now, qint64 bytes);
     /// A later content is finished and can not be shown before this one. The first call counts.

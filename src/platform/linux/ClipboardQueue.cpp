@@ -165,8 +165,8 @@ void ClipboardQueue::convert(qint64 number, int revision)
 void ClipboardQueue::dropBeyondLimits()
 {
     while (isBeyondLimits()) {
-        const auto oldest = std::find_if(
-            m_line.begin(), m_line.end(), [](const Content &content) { return content.state != State::Reserved; });
+        const auto oldest = std::find_if(m_line.begin(), m_line.end(),
+            [](const Content &content) { return content.state != State::Reserved; });
         if (oldest == m_line.end() || oldest + 1 == m_line.end())
             return;
         consoleLine(QStringLiteral("[Larkspool] Dropped a waiting copy of %1 bytes: too many are waiting")
@@ -188,6 +188,5 @@ bool ClipboardQueue::isBeyondLimits() const
 
 void ClipboardQueue::updateFlag()
 {
-    m_hasNext.store(
-        !m_line.empty() && m_line.front().state == State::Finished, std::memory_order_release);
+    m_hasNext.store(!m_line.empty() && m_line.front().state == State::Finished, std::memory_order_release);
 }

@@ -8,17 +8,21 @@
 #include <functional>
 #include <mutex>
 
-/// The line of contents between a clipboard's back end and the main thread, and the reading half of `Pasteboard`.
+/// The line of contents between a clipboard's back end and the main thread, and the reading half of
+/// `Pasteboard`.
 ///
 /// Life of a content:
-///  1. `reserve` gives it its number when the clipboard's owner changes: contents are shown in the order of numbers.
+///  1. `reserve` gives it its number when the clipboard's owner changes: contents are shown in the order of
+///  numbers.
 ///  2. `fill` hands it over when it has been fetched, or `abandon` when nothing came of it.
 ///  3. Its images are converted, on a thread of the line's own. It is finished then, and waits.
 ///  4. `advance` makes it current when every earlier one has been current, or abandoned.
 ///
-/// Content 0 is what the clipboard held at the start: it is current from the start, and is filled when it is known.
+/// Content 0 is what the clipboard held at the start: it is current from the start, and is filled when it is
+/// known.
 ///
-/// While more than the limits wait, the oldest finished one is dropped, with a line on the console; never the newest.
+/// While more than the limits wait, the oldest finished one is dropped, with a line on the console; never the
+/// newest.
 class ClipboardQueue
 {
 public:
@@ -27,8 +31,14 @@ public:
         qint64 bytes = 512LL * 1024 * 1024;
     };
 
-    ClipboardQueue() : ClipboardQueue(Limits{}) {}
-    explicit ClipboardQueue(Limits limits) : m_limits(limits) {}
+    ClipboardQueue()
+        : ClipboardQueue(Limits{})
+    {
+    }
+    explicit ClipboardQueue(Limits limits)
+        : m_limits(limits)
+    {
+    }
 
     // The back end's side; any thread.
 
@@ -37,8 +47,8 @@ public:
     void abandon(qint64 number);
     /// Whether a later content is there and can not be shown because this one is not.
     bool holdsBack(qint64 number) const;
-    /// Changes a content that was filled, waiting or current; its images are converted again. Nothing happens when
-    /// it is neither any more.
+    /// Changes a content that was filled, waiting or current; its images are converted again. Nothing happens
+    /// when it is neither any more.
     void amend(qint64 number, const std::function<void(ClipboardReading &)> &change);
 
     // The port's side: main thread.

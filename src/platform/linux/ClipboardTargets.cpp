@@ -14,26 +14,26 @@ constexpr qsizetype MaximumExtras = 48;
 constexpr std::array TextTargets = {Utf8PlainText, Utf8String, PlainText, Latin1String};
 
 /// Small ones first: they are what tells a copy of files or of a link from a text.
-constexpr std::array OtherTargets
-    = {UriList, GnomeCopiedFiles, MateCopiedFiles, KdeCutSelection, MozillaUrl, Tiff, Png};
+constexpr std::array OtherTargets = {
+    UriList, GnomeCopiedFiles, MateCopiedFiles, KdeCutSelection, MozillaUrl, Tiff, Png};
 
-/// MIME types that mean something to one receiver only, to the process that offers them only, or that do something
-/// when asked for. Names that are no MIME types are never kept: those are the protocol's own (ICCCM section 2.6.2
-/// and 2.6.3) and private ones.
+/// MIME types that mean something to one receiver only, to the process that offers them only, or that do
+/// something when asked for. Names that are no MIME types are never kept: those are the protocol's own (ICCCM
+/// section 2.6.2 and 2.6.3) and private ones.
 constexpr std::array PrivateTargets = {
-    "application/vnd.portal.filetransfer",       // starts a transfer between two sandboxes
-    "application/vnd.portal.files",              // the same, by its older name
-    "application/x-moz-file",                    // a pointer
-    "application/x-moz-nativeimage",             // a pointer
-    "application/x-moz-nativehtml",              // another system's format
-    "application/x-moz-file-promise",            // a drag's receiver asks for the file
-    "application/x-moz-file-promise-url",        //
-    "application/x-moz-file-promise-dir",        //
+    "application/vnd.portal.filetransfer",          // starts a transfer between two sandboxes
+    "application/vnd.portal.files",                 // the same, by its older name
+    "application/x-moz-file",                       // a pointer
+    "application/x-moz-nativeimage",                // a pointer
+    "application/x-moz-nativehtml",                 // another system's format
+    "application/x-moz-file-promise",               // a drag's receiver asks for the file
+    "application/x-moz-file-promise-url",           //
+    "application/x-moz-file-promise-dir",           //
     "application/x-moz-file-promise-dest-filename", //
-    "application/x-java-jvm-local-objectref",    // a pointer
-    "application/x-qt-image",                    // made from image/png by the receiver's toolkit
-    "application/x-rootwindow-drop",             // a drag's receiver is the desktop
-    "text/x-xdnd-username",                      // a drag's handshake
+    "application/x-java-jvm-local-objectref",       // a pointer
+    "application/x-qt-image",                       // made from image/png by the receiver's toolkit
+    "application/x-rootwindow-drop",                // a drag's receiver is the desktop
+    "text/x-xdnd-username",                         // a drag's handshake
 };
 
 bool isMimeType(const QByteArray &target)
@@ -43,8 +43,8 @@ bool isMimeType(const QByteArray &target)
 
 bool isPrivate(const QByteArray &canonical)
 {
-    return canonical.contains("xdnd") || canonical.contains("directsave")
-        || std::find(PrivateTargets.begin(), PrivateTargets.end(), canonical) != PrivateTargets.end();
+    return canonical.contains("xdnd") || canonical.contains("directsave") ||
+        std::find(PrivateTargets.begin(), PrivateTargets.end(), canonical) != PrivateTargets.end();
 }
 
 bool isOther(const QByteArray &canonical)
@@ -52,12 +52,13 @@ bool isOther(const QByteArray &canonical)
     return std::find(OtherTargets.begin(), OtherTargets.end(), canonical) != OtherTargets.end();
 }
 
-/// Whether to keep the target for the sake of other programs. Texts in further encodings follow from the one read.
+/// Whether to keep the target for the sake of other programs. Texts in further encodings follow from the one
+/// read.
 bool isExtra(const QByteArray &target)
 {
     const QByteArray canonical = canonicalTarget(target);
-    return isMimeType(canonical) && !isOther(canonical) && !isPrivate(canonical) && !isRasterImage(canonical)
-        && canonical != PlainText && !canonical.startsWith("text/plain;");
+    return isMimeType(canonical) && !isOther(canonical) && !isPrivate(canonical) &&
+        !isRasterImage(canonical) && canonical != PlainText && !canonical.startsWith("text/plain;");
 }
 
 std::optional<QByteArray> offeredName(const QByteArrayList &offered, const QByteArray &canonical)

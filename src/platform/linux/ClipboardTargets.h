@@ -5,9 +5,9 @@
 
 #include <optional>
 
-/// Which of the formats that a clipboard's owner offers are worth asking for. Formats go by their target names: MIME
-/// types, and the names of X11's older text targets. MIME types compare without regard to case and spaces.
-/// Pure functions; any thread.
+/// Which of the formats that a clipboard's owner offers are worth asking for. Formats go by their target
+/// names: MIME types, and the names of X11's older text targets. MIME types compare without regard to case
+/// and spaces. Pure functions; any thread.
 namespace clipboard
 {
 
@@ -29,7 +29,8 @@ inline constexpr char SecretHint[] = "x-kde-passwordManagerHint";
 struct FetchPlan {
     /// The owner's name for the secret hint; asked for before anything else.
     std::optional<QByteArray> secretHint;
-    /// The text in its encodings, best first: one that is delivered is enough, since the others follow from it.
+    /// The text in its encodings, best first: one that is delivered is enough, since the others follow from
+    /// it.
     QByteArrayList texts;
     /// What else Larkspool reads.
     QByteArrayList others;

@@ -95,15 +95,14 @@ void DesktopEntries::refresh()
     m_folders.clear();
     m_entries.clear();
     m_indexById.clear();
-    m_seenIds.clear();
+    QSet<QString> seenIds;
     for (const QString &root : m_roots)
-        readTree(root);
-    m_seenIds.clear();
+        readTree(root, seenIds);
     for (qsizetype i = 0; i < static_cast<qsizetype>(m_entries.size()); ++i)
         m_indexById.insert(m_entries[static_cast<size_t>(i)].id, i);
 }
 
-void DesktopEntries::readTree(const QString &root)
+void DesktopEntries::readTree(const QString &root, QSet<QString> &seenIds)
 {
     // The times are taken before the files are read: a change in between is seen as one afterwards.
     m_folders.push_back({root, QFileInfo(root).lastModified()});
@@ -120,12 +119,12 @@ void DesktopEntries::readTree(const QString &root)
     for (const QString &path : std::as_const(paths)) {
         const QString id = desktopId(root, path);
         // A file shadows those of the same id in later folders even when it describes nothing.
-        if (m_seenIds.contains(id))
+        if (seenIds.contains(id))
             continue;
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly))
             continue;
-        m_seenIds.insert(id, true);
+        seenIds.insert(id);
         if (auto entry = desktopfile::parse(file.read(FileSizeLimit), m_nameKeys)) {
             entry->id = id;
             m_entries.push_back(std::move(*entry));
@@ -180,7 +179,8 @@ const DesktopEntry *DesktopEntries::byStartupWmClass(const QString &name) const
     for (const DesktopEntry &entry : m_entries) {
         if (!isSameName(entry.startupWmClass, name))
             continue;
-        // Several programs of one suite may name the same class; the one that menus show is the program itself.
+        // Several programs of one suite may name the same class; the one that menus show is the program
+        // itself.
         if (!best || (entry.isShown && !best->isShown))
             best = &entry;
     }

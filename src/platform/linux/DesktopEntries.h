@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -29,8 +30,8 @@ struct WindowIdentity {
     qint64 processIdentifier = -1;
 };
 
-/// The user's applications by their desktop files. Main thread only. Nothing is read before the first question; the
-/// files are read again when a folder's modification time has changed since.
+/// The user's applications by their desktop files. Main thread only. Nothing is read before the first
+/// question; the files are read again when a folder's modification time has changed since.
 class DesktopEntries
 {
 public:
@@ -38,13 +39,15 @@ public:
     explicit DesktopEntries(
         QStringList folders = defaultFolders(), const QByteArray &locale = messagesLocale());
 
-    /// `applications` in $XDG_DATA_HOME, then in each folder of $XDG_DATA_DIRS (XDG Base Directory Specification).
+    /// `applications` in $XDG_DATA_HOME, then in each folder of $XDG_DATA_DIRS (XDG Base Directory
+    /// Specification).
     static QStringList defaultFolders();
     /// $LC_ALL, $LC_MESSAGES or $LANG, the first that is set.
     static QByteArray messagesLocale();
 
-    /// The application that a window belongs to: by the id that the window names, by StartupWMClass, by a desktop
-    /// id (or its last dotted part) equal to one of the window's classes in any letter case, by Exec's program.
+    /// The application that a window belongs to: by the id that the window names, by StartupWMClass, by a
+    /// desktop id (or its last dotted part) equal to one of the window's classes in any letter case, by
+    /// Exec's program.
     std::optional<DesktopEntry> entryOf(const WindowIdentity &window);
 
     /// The application with the desktop id, in the very letter case.
@@ -58,7 +61,7 @@ private:
 
     void refresh();
     bool isCurrent() const;
-    void readTree(const QString &root);
+    void readTree(const QString &root, QSet<QString> &seenIds);
     const DesktopEntry *byStartupWmClass(const QString &name) const;
     const DesktopEntry *byId(const QString &name) const;
     const DesktopEntry *byExecutable(const QString &name) const;
@@ -70,5 +73,4 @@ private:
     std::vector<Folder> m_folders;
     std::vector<DesktopEntry> m_entries; ///< in order of precedence, then by id
     QHash<QString, qsizetype> m_indexById;
-    QHash<QString, bool> m_seenIds;
 };

@@ -131,8 +131,7 @@ std::optional<DesktopEntry> parse(const QByteArray &text, const QByteArrayList &
             isInGroup = line == "[Desktop Entry]";
         } else if (isInGroup && !line.startsWith('#')) {
             if (const qsizetype equals = line.indexOf('='); equals > 0)
-                readLine(
-                    line.first(equals).trimmed(), line.sliced(equals + 1).trimmed(), nameKeys, draft);
+                readLine(line.first(equals).trimmed(), line.sliced(equals + 1).trimmed(), nameKeys, draft);
         }
     }
     if (!draft.isApplication || draft.isHidden || draft.entry.name.isEmpty())

@@ -15,8 +15,8 @@ struct Pair {
     quint16 evdevCode;
 };
 
-// One to one. Keys that Apple's keyboards name differently stand for those in the same place: Clear is Num Lock,
-// Help is Insert, Delete is Backspace.
+// One to one. Keys that Apple's keyboards name differently stand for those in the same place: Clear is Num
+// Lock, Help is Insert, Delete is Backspace.
 constexpr std::array Pairs = {
     // Letters
     Pair{0, KEY_A},

@@ -4,8 +4,8 @@
 
 #include <optional>
 
-/// Key codes by physical position. A virtual key code numbers the keys of a US keyboard (A = 0, V = 9, Space = 49);
-/// an evdev code is the kernel's (`linux/input-event-codes.h`). X11 and Wayland add 8 to the latter.
+/// Key codes by physical position. A virtual key code numbers the keys of a US keyboard (A = 0, V = 9, Space
+/// = 49); an evdev code is the kernel's (`linux/input-event-codes.h`). X11 and Wayland add 8 to the latter.
 namespace keycodes
 {
 

@@ -13,8 +13,8 @@ struct Program {
     PasteChord chord;
 };
 
-// Names of desktop ids, window classes and executables. Programs written in a script language are named by their
-// class, since their executable is the interpreter.
+// Names of desktop ids, window classes and executables. Programs written in a script language are named by
+// their class, since their executable is the interpreter.
 constexpr std::array Programs = {
     // Terminals that take Ctrl+Shift+V
     Program{QLatin1String("alacritty"), PasteChord::ControlShiftV},

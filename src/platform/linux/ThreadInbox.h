@@ -7,7 +7,8 @@
 #include <vector>
 
 /// Runs functions that other threads hand over, in the event loop of the thread that made it, in order.
-/// Made and destroyed on that thread; nobody posts any more when it is destroyed, and what has not run is dropped.
+/// Made and destroyed on that thread; nobody posts any more when it is destroyed, and what has not run is
+/// dropped.
 class ThreadInbox
 {
 public:

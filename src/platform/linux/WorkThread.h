@@ -6,8 +6,8 @@
 #include <mutex>
 #include <thread>
 
-/// A thread for work that takes its time, one piece after the other. It starts with the first piece. Destroyed: it
-/// ends after the piece at hand; the others are dropped.
+/// A thread for work that takes its time, one piece after the other. It starts with the first piece.
+/// Destroyed: it ends after the piece at hand; the others are dropped.
 class WorkThread
 {
 public:

@@ -17,8 +17,8 @@ constexpr size_t MaximumFetches = 64;
 /// Deadlines are looked at so often while a transfer runs, and never otherwise.
 constexpr auto LongestTick = 50ms;
 
-/// Between the start of a content of this program's own and the moment when others see it: the text and the objects
-/// are written right after the start, and a reader that is quick would find half of it.
+/// Between the start of a content of this program's own and the moment when others see it: the text and the
+/// objects are written right after the start, and a reader that is quick would find half of it.
 constexpr auto TimeToWrite = 5ms;
 
 xcb_window_t makeOwnerWindow(X11Connection &connection)
@@ -90,12 +90,12 @@ X11Clipboard::~X11Clipboard()
 void X11Clipboard::start()
 {
     m_connection->internAtoms({"CLIPBOARD", "CLIPBOARD_MANAGER", "TARGETS", "MULTIPLE", "TIMESTAMP", "INCR",
-        "ATOM_PAIR", "SAVE_TARGETS", "NULL", "MANAGER", "LARKSPOOL_SELECTION", "LARKSPOOL_TIME", "UTF8_STRING",
-        "TEXT", "text/plain;charset=utf-8", "text/plain", "text/uri-list", "text/x-moz-url", "text/html",
-        "image/tiff", "image/png", clipboard::SecretHint});
-    constexpr uint32_t Changes = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER
-        | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
-        | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
+        "ATOM_PAIR", "SAVE_TARGETS", "NULL", "MANAGER", "LARKSPOOL_SELECTION", "LARKSPOOL_TIME",
+        "UTF8_STRING", "TEXT", "text/plain;charset=utf-8", "text/plain", "text/uri-list", "text/x-moz-url",
+        "text/html", "image/tiff", "image/png", clipboard::SecretHint});
+    constexpr uint32_t Changes = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
     for (const char *const selection : {"CLIPBOARD", "CLIPBOARD_MANAGER"})
         xcb_xfixes_select_selection_input(
             m_connection->get(), m_window, m_connection->atom(selection), Changes);
@@ -112,8 +112,10 @@ void X11Clipboard::fetchInitial(xcb_timestamp_t time)
     const XcbReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(m_connection->get(),
         xcb_get_selection_owner(m_connection->get(), m_connection->atom("CLIPBOARD")), nullptr));
     const bool isFree = !owner || owner->owner == XCB_WINDOW_NONE || owner->owner == m_window;
-    if (m_latest == 0 && !isFree)
-        fetch(0, time);
+    if (m_latest != 0 || isFree)
+        return;
+    m_hasOtherOwner = true;
+    fetch(0, time);
 }
 
 void X11Clipboard::onEvent(const xcb_generic_event_t &event)
@@ -175,8 +177,9 @@ void X11Clipboard::onOwner(const xcb_generic_event_t &event)
 void X11Clipboard::onClipboardOwner(const xcb_generic_event_t &event)
 {
     const auto &change = as<xcb_xfixes_selection_notify_event_t>(event);
-    const bool isLeft = change.owner == XCB_WINDOW_NONE
-        && change.subtype != XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
+    m_hasOtherOwner = change.owner != XCB_WINDOW_NONE && change.owner != m_window;
+    const bool isLeft =
+        change.owner == XCB_WINDOW_NONE && change.subtype != XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
     if (isLeft) {
         m_leftAt = change.timestamp;
         for (const auto &fetch : m_fetches) {
@@ -193,7 +196,7 @@ void X11Clipboard::onClipboardOwner(const xcb_generic_event_t &event)
     }
     m_latest = m_queue.reserve();
     m_isLatestComplete = false;
-    if (change.owner != XCB_WINDOW_NONE)
+    if (m_hasOtherOwner)
         fetch(m_latest, change.timestamp);
     else
         publishCleared();
@@ -223,8 +226,12 @@ void X11Clipboard::publishCleared()
 
 void X11Clipboard::fetch(qint64 number, xcb_timestamp_t time)
 {
-    if (m_fetches.size() >= MaximumFetches)
-        m_fetches.front()->check(Time::max(), true);
+    if (m_fetches.size() >= MaximumFetches) {
+        const auto oldest = std::find_if(
+            m_fetches.begin(), m_fetches.end(), [](const auto &fetch) { return !fetch->hasEnded(); });
+        if (oldest != m_fetches.end())
+            (*oldest)->check(Time::max(), true);
+    }
     m_fetches.push_back(std::make_unique<X11ContentFetch>(*m_connection, m_retired, m_limits, number,
         X11ContentFetch::Callbacks{[this](X11ContentFetch &fetch) { onReadable(fetch); },
             [this](X11ContentFetch &fetch) { onEnded(fetch); }}));
@@ -288,8 +295,7 @@ void X11Clipboard::takeOverWithOwn()
 void X11Clipboard::save(xcb_timestamp_t time, X11ClipboardKeeper::Answer answer)
 {
     // A content that was given up when it was copied gets a second chance.
-    const bool isOthers = m_served == Served::Nothing && !m_leftAt;
-    if (isOthers && !m_isLatestComplete && !isFetchingLatest()) {
+    if (m_hasOtherOwner && !m_isLatestComplete && !isFetchingLatest()) {
         m_latest = m_queue.reserve();
         fetch(m_latest, time);
     }
@@ -327,7 +333,8 @@ void X11Clipboard::sweep()
     m_fetches.remove_if([](const auto &fetch) { return fetch->hasEnded(); });
     takeOverIfLeft();
     if (!isFetchingLatest()) {
-        const bool isSaved = !m_kept.isEmpty() && (m_isLatestComplete || m_served != Served::Nothing);
+        const bool isLatestKept = m_isLatestComplete && m_keptNumber == m_latest && !m_kept.isEmpty();
+        const bool isSaved = m_served != Served::Nothing || isLatestKept;
         for (const auto &answer : std::exchange(m_saveAnswers, {}))
             answer(isSaved);
     }

@@ -13,16 +13,16 @@
 #include <deque>
 #include <list>
 
-/// The CLIPBOARD selection: watches its owners, fetches their contents into the line, serves this program's own
-/// content, and keeps the last content alive when its owner goes away. Lives on a thread of its own, whose event
-/// loop drives it; destroying it cancels everything.
+/// The CLIPBOARD selection: watches its owners, fetches their contents into the line, serves this program's
+/// own content, and keeps the last content alive when its owner goes away. Lives on a thread of its own,
+/// whose event loop drives it; destroying it cancels everything.
 class X11Clipboard
 {
 public:
-    /// Null when the server is not there or lacks XFixes 5. The inbox is that of this thread; the queue and the own
-    /// content outlive it.
-    static std::unique_ptr<X11Clipboard> open(ThreadInbox &inbox, ClipboardQueue &queue,
-        ClipboardOwnContent &own, const ClipboardLimits &limits);
+    /// Null when the server is not there or lacks XFixes 5. The inbox is that of this thread; the queue and
+    /// the own content outlive it.
+    static std::unique_ptr<X11Clipboard> open(
+        ThreadInbox &inbox, ClipboardQueue &queue, ClipboardOwnContent &own, const ClipboardLimits &limits);
     ~X11Clipboard();
 
     /// The own content has begun anew: takes the clipboard over with it.
@@ -83,6 +83,7 @@ private:
     /// The number of what the clipboard's owner of now holds.
     qint64 m_latest = 0;
     bool m_isLatestComplete = false;
+    bool m_hasOtherOwner = false;
     /// When the owner went away, unless the clipboard has another one since.
     std::optional<xcb_timestamp_t> m_leftAt;
 

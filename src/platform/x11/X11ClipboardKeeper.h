@@ -4,9 +4,9 @@
 
 #include <functional>
 
-/// The clipboard manager that owners ask to save their content before they end: owner of CLIPBOARD_MANAGER while
-/// nobody else is, with the target SAVE_TARGETS (freedesktop.org's clipboard manager specification; ICCCM sections
-/// 2.6.3 and 2.8).
+/// The clipboard manager that owners ask to save their content before they end: owner of CLIPBOARD_MANAGER
+/// while nobody else is, with the target SAVE_TARGETS (freedesktop.org's clipboard manager specification;
+/// ICCCM sections 2.6.3 and 2.8).
 class X11ClipboardKeeper
 {
 public:

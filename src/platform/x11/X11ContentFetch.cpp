@@ -167,8 +167,8 @@ void X11ContentFetch::acceptBytes(const X11SelectionReceiver::Result &result)
         skipTooLarge(result.size);
     } else if (result.outcome == Outcome::Delivered && result.format != 32) {
         // Some owners answer STRING with UTF-8 and say so.
-        const bool isUtf8 = m_target == clipboard::Latin1String
-            && result.type == m_connection.atom(clipboard::Utf8String);
+        const bool isUtf8 =
+            m_target == clipboard::Latin1String && result.type == m_connection.atom(clipboard::Utf8String);
         m_content.insert(isUtf8 ? QByteArray(clipboard::Utf8String) : m_target, result.bytes);
         if (m_step == Step::Text)
             std::erase_if(m_wanted, [](const Wanted &wanted) { return wanted.step == Step::Text; });
@@ -197,8 +197,9 @@ void X11ContentFetch::next()
     const bool isReadComplete = m_wanted.empty() || m_wanted.front().step == Step::Extra;
     if (isReadComplete && !m_isReadable && !(m_hasSkipped && m_content.isEmpty()))
         becomeReadable();
-    if (m_isSuperseded || m_wanted.empty() || (isReadComplete && !m_isReadable)) {
-        end(m_wanted.empty());
+    const bool isUseless = isReadComplete && !m_isReadable;
+    if (m_isSuperseded || m_wanted.empty() || isUseless) {
+        end(m_wanted.empty() || isUseless);
         return;
     }
     const Wanted wanted = m_wanted.front();

@@ -8,12 +8,12 @@
 #include <deque>
 #include <memory>
 
-/// Fetches one content of the clipboard from its owner, target after target: the list of targets, the secret hint,
-/// what Larkspool reads, and then what keeps the content alive for other programs.
+/// Fetches one content of the clipboard from its owner, target after target: the list of targets, the secret
+/// hint, what Larkspool reads, and then what keeps the content alive for other programs.
 ///
 /// Life cycle: made at a change of owner; `start`; `onReadable` once, when everything that Larkspool reads is
-/// there (or all of it that will ever be); `onEnded` once, with or without `onReadable` before. It may be destroyed
-/// at any time, but not from within its callbacks.
+/// there (or all of it that will ever be); `onEnded` once, with or without `onReadable` before. It may be
+/// destroyed at any time, but not from within its callbacks.
 class X11ContentFetch
 {
 public:
@@ -37,8 +37,8 @@ public:
     /// Whether it ended because nothing more was to be fetched.
     bool isComplete() const { return m_isComplete; }
 
-    /// Somebody else owns the clipboard since the event of that sequence number: nothing more can be asked. What is
-    /// on its way from the old owner may still come.
+    /// Somebody else owns the clipboard since the event of that sequence number: nothing more can be asked.
+    /// What is on its way from the old owner may still come.
     void ownerChanged(uint32_t sequence);
     /// The owner is no more.
     void ownerIsGone();

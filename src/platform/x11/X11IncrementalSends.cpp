@@ -27,14 +27,12 @@ X11IncrementalSends::X11IncrementalSends(X11Connection &connection, std::chrono:
 void X11IncrementalSends::start(
     xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type, const QByteArray &bytes)
 {
-    std::erase_if(m_sends, [&](const Send &send) {
-        return send.requestor == requestor && send.property == property;
-    });
+    std::erase_if(
+        m_sends, [&](const Send &send) { return send.requestor == requestor && send.property == property; });
     m_sends.push_back({requestor, property, type, bytes, 0, std::chrono::steady_clock::now()});
-    selectEvents(
-        m_connection, requestor, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    const auto size = static_cast<uint32_t>(
-        std::min<qint64>(bytes.size(), std::numeric_limits<int32_t>::max()));
+    selectEvents(m_connection, requestor, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    const auto size =
+        static_cast<uint32_t>(std::min<qint64>(bytes.size(), std::numeric_limits<int32_t>::max()));
     xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, requestor, property,
         m_connection.atom("INCR"), 32, 1, &size);
 }
@@ -56,8 +54,8 @@ void X11IncrementalSends::handle(const xcb_property_notify_event_t &event)
 bool X11IncrementalSends::sendChunk(Send &send)
 {
     const qsizetype count = std::min(m_chunkBytes, send.bytes.size() - send.offset);
-    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, send.requestor, send.property, send.type, 8,
-        static_cast<uint32_t>(count), send.bytes.constData() + send.offset);
+    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, send.requestor, send.property, send.type,
+        8, static_cast<uint32_t>(count), send.bytes.constData() + send.offset);
     send.offset += count;
     send.progress = std::chrono::steady_clock::now();
     return count > 0;

@@ -5,8 +5,9 @@
 #include <chrono>
 #include <vector>
 
-/// Sends large values to requestors in chunks, each when the one before was taken (ICCCM section 2.7.2). Any number
-/// at a time, also several to one window. A requestor that is gone, or takes nothing for too long, is dropped.
+/// Sends large values to requestors in chunks, each when the one before was taken (ICCCM section 2.7.2). Any
+/// number at a time, also several to one window. A requestor that is gone, or takes nothing for too long, is
+/// dropped.
 class X11IncrementalSends
 {
 public:

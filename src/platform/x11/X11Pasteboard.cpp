@@ -12,7 +12,10 @@
 class X11Pasteboard::Thread
 {
 public:
-    explicit Thread(const ClipboardLimits &limits) : m_limits(limits) {}
+    explicit Thread(const ClipboardLimits &limits)
+        : m_limits(limits)
+    {
+    }
 
     ~Thread()
     {
@@ -42,13 +45,14 @@ public:
 private:
     void run(std::promise<bool> &isOpen)
     {
+        // First, since it makes the thread one that notifiers and timers work on.
+        QEventLoop loop;
         ThreadInbox inbox;
         const auto clipboard = X11Clipboard::open(inbox, queue, own, m_limits);
         if (!clipboard) {
             isOpen.set_value(false);
             return;
         }
-        QEventLoop loop;
         m_loop = &loop;
         m_inbox = &inbox;
         m_clipboard = clipboard.get();
@@ -71,7 +75,10 @@ std::unique_ptr<X11Pasteboard> X11Pasteboard::open(const ClipboardLimits &limits
     return std::unique_ptr<X11Pasteboard>(new X11Pasteboard(std::move(thread)));
 }
 
-X11Pasteboard::X11Pasteboard(std::unique_ptr<Thread> thread) : m_thread(std::move(thread)) {}
+X11Pasteboard::X11Pasteboard(std::unique_ptr<Thread> thread)
+    : m_thread(std::move(thread))
+{
+}
 X11Pasteboard::~X11Pasteboard() = default;
 
 qint64 X11Pasteboard::changeCount() const

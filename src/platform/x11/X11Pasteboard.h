@@ -5,16 +5,16 @@
 
 #include <memory>
 
-/// The CLIPBOARD selection of an X server as the general pasteboard (ICCCM section 2). All work with the server and
-/// with other clients is done on a thread of its own, over a connection of its own.
+/// The CLIPBOARD selection of an X server as the general pasteboard (ICCCM section 2). All work with the
+/// server and with other clients is done on a thread of its own, over a connection of its own.
 ///
-/// The server going away leaves the pasteboard as it is then: contents that wait are still shown, and own ones read.
-/// One line on the console says so.
+/// The server going away leaves the pasteboard as it is then: contents that wait are still shown, and own
+/// ones read. One line on the console says so.
 class X11Pasteboard : public Pasteboard
 {
 public:
-    /// The pasteboard of the server that $DISPLAY names; null when there is none, or it lacks the XFixes extension.
-    /// Waits for the server to take the connection, and for nothing else.
+    /// The pasteboard of the server that $DISPLAY names; null when there is none, or it lacks the XFixes
+    /// extension. Waits for the server to take the connection, and for nothing else.
     static std::unique_ptr<X11Pasteboard> open(const ClipboardLimits &limits = {});
     ~X11Pasteboard() override;
 

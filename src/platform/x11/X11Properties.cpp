@@ -28,8 +28,7 @@ void setAtoms(X11Connection &connection, xcb_window_t window, xcb_atom_t propert
 std::vector<xcb_atom_t> atomsOf(X11Connection &connection, xcb_window_t window, xcb_atom_t property)
 {
     const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection.get(),
-        xcb_get_property(
-            connection.get(), 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, MaximumAtoms),
+        xcb_get_property(connection.get(), 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, MaximumAtoms),
         nullptr));
     if (!reply || reply->format != 32)
         return {};

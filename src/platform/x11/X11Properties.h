@@ -14,7 +14,8 @@ qsizetype largestProperty(X11Connection &connection);
 void setAtoms(X11Connection &connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
     const std::vector<xcb_atom_t> &atoms);
 
-/// The atoms of a list that another client set; empty when there is none. It waits for the server, not the client.
+/// The atoms of a list that another client set; empty when there is none. It waits for the server, not the
+/// client.
 std::vector<xcb_atom_t> atomsOf(X11Connection &connection, xcb_window_t window, xcb_atom_t property);
 
 /// Tells a requestor that its conversion is done, or with property None that it is refused.

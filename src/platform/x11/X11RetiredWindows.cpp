@@ -2,7 +2,7 @@
 
 namespace
 {
-constexpr std::chrono::seconds Grace(30);
+constexpr std::chrono::seconds Grace(10);
 }
 
 void X11RetiredWindows::add(xcb_window_t window)

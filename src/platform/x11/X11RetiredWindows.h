@@ -5,18 +5,21 @@
 #include <chrono>
 #include <map>
 
-/// Requestor windows whose conversion nobody waits for any more. They live on until the owner has answered, since
-/// many owners end when they write to a window that is gone.
+/// Requestor windows whose conversion nobody waits for any more. They live on until the owner has answered,
+/// since many owners end when they write to a window that is gone.
 class X11RetiredWindows
 {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    explicit X11RetiredWindows(X11Connection &connection) : m_connection(connection) {}
+    explicit X11RetiredWindows(X11Connection &connection)
+        : m_connection(connection)
+    {
+    }
 
     void add(xcb_window_t window);
     void answered(xcb_window_t window);
-    /// Ends those whose owner does not answer in half a minute.
+    /// Ends those whose owner does not answer in ten seconds.
     void check(Time now);
     bool isEmpty() const { return m_windows.empty(); }
 

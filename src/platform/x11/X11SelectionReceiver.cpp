@@ -58,8 +58,8 @@ void X11SelectionReceiver::request(
     m_state = State::AwaitingAnswer;
     // What an owner left there without being asked is no part of the answer.
     xcb_delete_property(m_connection.get(), m_window, m_property);
-    m_sequence
-        = xcb_convert_selection(m_connection.get(), m_window, selection, target, m_property, time).sequence;
+    m_sequence =
+        xcb_convert_selection(m_connection.get(), m_window, selection, target, m_property, time).sequence;
 }
 
 bool X11SelectionReceiver::isUnansweredSince(uint32_t sequence) const
@@ -81,8 +81,8 @@ void X11SelectionReceiver::handle(const xcb_selection_notify_event_t &event)
 
 void X11SelectionReceiver::handle(const xcb_property_notify_event_t &event)
 {
-    const bool isChunk = event.window == m_window && event.atom == m_property
-        && event.state == XCB_PROPERTY_NEW_VALUE && m_state == State::AwaitingChunk;
+    const bool isChunk = event.window == m_window && event.atom == m_property &&
+        event.state == XCB_PROPERTY_NEW_VALUE && m_state == State::AwaitingChunk;
     if (isChunk)
         readFrom(State::ReadingChunk);
 }

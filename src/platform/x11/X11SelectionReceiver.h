@@ -8,9 +8,9 @@
 
 class X11RetiredWindows;
 
-/// Receives conversions of a selection, one at a time, on an unmapped window of its own (ICCCM sections 2.4 and
-/// 2.7.2): plain properties and incremental ones, read in slices so that no turn of the event loop is long. It has
-/// no deadline of its own; destroying it cancels.
+/// Receives conversions of a selection, one at a time, on an unmapped window of its own (ICCCM sections 2.4
+/// and 2.7.2): plain properties and incremental ones, read in slices so that no turn of the event loop is
+/// long. It has no deadline of its own; destroying it cancels.
 class X11SelectionReceiver
 {
 public:
@@ -28,8 +28,8 @@ public:
     };
     struct Callbacks {
         std::function<void(qint64 bytes)> onProgress;
-        /// The next `request` may be made from within, unless this transfer was too large and incremental: the
-        /// owner goes on with it, so that the window is of no more use.
+        /// The next `request` may be made from within, unless this transfer was too large and incremental:
+        /// the owner goes on with it, so that the window is of no more use.
         std::function<void(Result)> onDone;
     };
 
@@ -40,7 +40,8 @@ public:
 
     void request(xcb_atom_t selection, xcb_atom_t target, xcb_timestamp_t time, qint64 limit);
 
-    /// Whether the owner has yet to answer a request that the server got after the event of that sequence number.
+    /// Whether the owner has yet to answer a request that the server got after the event of that sequence
+    /// number.
     bool isUnansweredSince(uint32_t sequence) const;
     /// Whether all that is still to come is in the server already, so that the owner is not needed any more.
     bool hasEverything() const { return m_state == State::ReadingProperty; }

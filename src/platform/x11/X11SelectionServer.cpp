@@ -65,8 +65,8 @@ void X11SelectionServer::convert(int id, size_t index)
         placeTimestamp(requestor, conversion.property);
         return;
     }
-    const clipboard::Answer answer
-        = clipboard::answerFor(m_content(), m_connection.atomName(conversion.target));
+    const clipboard::Answer answer =
+        clipboard::answerFor(m_content(), m_connection.atomName(conversion.target));
     if (const auto *const rendering = std::get_if<clipboard::Rendering>(&answer)) {
         place(requestor, conversion.property, rendering->type, rendering->bytes);
     } else if (const auto *const image = std::get_if<clipboard::PendingImage>(&answer)) {
@@ -88,8 +88,8 @@ void X11SelectionServer::placeTargets(xcb_window_t requestor, xcb_atom_t propert
 
 void X11SelectionServer::placeTimestamp(xcb_window_t requestor, xcb_atom_t property)
 {
-    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, requestor, property, XCB_ATOM_INTEGER, 32, 1,
-        &m_ownedSince);
+    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, requestor, property, XCB_ATOM_INTEGER, 32,
+        1, &m_ownedSince);
 }
 
 void X11SelectionServer::place(
@@ -138,8 +138,7 @@ void X11SelectionServer::finishIfDone(int id)
         std::vector<xcb_atom_t> atoms;
         for (const Conversion &conversion : job.conversions)
             atoms.insert(atoms.end(), {conversion.target, conversion.property});
-        x11::setAtoms(
-            m_connection, job.request.requestor, property, m_connection.atom("ATOM_PAIR"), atoms);
+        x11::setAtoms(m_connection, job.request.requestor, property, m_connection.atom("ATOM_PAIR"), atoms);
     }
     x11::notifyRequestor(m_connection, job.request, property);
     m_jobs.erase(id);

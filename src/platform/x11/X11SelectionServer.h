@@ -11,8 +11,9 @@
 #include <map>
 #include <vector>
 
-/// Answers requests for a selection that this program owns (ICCCM section 2.2): TARGETS, TIMESTAMP, MULTIPLE and
-/// every target that follows from the content. Large values go in chunks; pictures are encoded on another thread.
+/// Answers requests for a selection that this program owns (ICCCM section 2.2): TARGETS, TIMESTAMP, MULTIPLE
+/// and every target that follows from the content. Large values go in chunks; pictures are encoded on another
+/// thread.
 class X11SelectionServer
 {
 public:
@@ -50,8 +51,8 @@ private:
     void placeTimestamp(xcb_window_t requestor, xcb_atom_t property);
     void place(xcb_window_t requestor, xcb_atom_t property, const QByteArray &type, const QByteArray &bytes);
     void encodeLater(int id, size_t index, const clipboard::PendingImage &image);
-    void acceptImage(int id, size_t index, const clipboard::PendingImage &image,
-        const std::optional<QByteArray> &encoded);
+    void acceptImage(
+        int id, size_t index, const clipboard::PendingImage &image, const std::optional<QByteArray> &encoded);
     void finishIfDone(int id);
 
     X11Connection &m_connection;

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/MainQueue.h"
+#include "platform/EventPoster.h"
+#include "platform/HotKeyCenter.h"
+#include "platform/Screens.h"
+#include "platform/Workspace.h"
+
+#include <memory>
+
+/// What an X server offers, for the loader. Each is null when $DISPLAY names no server or the server lacks
+/// what is needed, and each has a connection of its own.
+namespace platform
+{
+
+/// Never null where there is an X server.
+std::unique_ptr<Workspace> makeX11Workspace();
+
+/// Needs the XKB extension.
+std::unique_ptr<HotKeyCenter> makeX11HotKeyCenter();
+
+/// Needs the XKB and XTEST extensions. Both references must outlive it.
+std::unique_ptr<EventPoster> makeX11EventPoster(MainQueue &queue, const Workspace &workspace);
+
+/// Never null where there is an X server; wants a QGuiApplication.
+std::unique_ptr<Screens> makeX11Screens();
+
+} // namespace platform

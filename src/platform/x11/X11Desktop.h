@@ -1,0 +1,73 @@
+#pragma once
+
+#include "platform/linux/DesktopEntries.h"
+#include "platform/x11/X11Clock.h"
+
+#include <QRect>
+
+#include <optional>
+#include <vector>
+
+/// A top-level window and what it says about its program.
+struct X11Window {
+    xcb_window_t id = XCB_WINDOW_NONE;
+    WindowIdentity identity;
+};
+
+/// The windows of an X server as its window manager announces them (EWMH), or, without a window manager that
+/// does, as the server has them. Main thread. It waits for the server, never for a program; a window that
+/// vanishes at any moment is nothing special.
+class X11Desktop
+{
+public:
+    /// Null without an X server.
+    static std::shared_ptr<X11Desktop> open();
+
+    /// The window with the keyboard focus. With a window manager that tells (_NET_ACTIVE_WINDOW) this is what
+    /// it announced last; else the server is asked.
+    std::optional<X11Window> activeWindow();
+
+    /// What a window says about its program now; nothing when it is gone.
+    std::optional<X11Window> describe(xcb_window_t window);
+
+    /// The topmost window of the same program; nothing when it has none.
+    std::optional<X11Window> topmostLike(const X11Window &window);
+
+    /// Asks for the window to be in front, on its workspace, with the keyboard focus.
+    void bringToFront(xcb_window_t window);
+
+    /// A window's place on the screen, in pixels of the server's; nothing when it is gone.
+    std::optional<QRect> geometry(xcb_window_t window);
+    /// The pointer's place.
+    std::optional<QPoint> pointerPosition();
+    /// The part of the screen that docks leave free, in pixels of the server's (_NET_WORKAREA of the current
+    /// desktop).
+    std::optional<QRect> workArea();
+
+    /// The application that a window belongs to.
+    std::optional<DesktopEntry> entryOf(const X11Window &window)
+    {
+        return m_entries.entryOf(window.identity);
+    }
+
+    /// Whether both belong to one program: by process where it is known of both, else by class.
+    static bool isSameProgram(const X11Window &one, const X11Window &other);
+
+private:
+    explicit X11Desktop(std::unique_ptr<X11Connection> connection);
+    void onEvent(const xcb_generic_event_t &event);
+    void readWindowManager();
+    void readActiveWindow();
+    std::optional<X11Window> focusedWindow();
+    xcb_window_t windowWithFocus();
+    xcb_window_t parent(xcb_window_t window);
+    std::vector<xcb_window_t> windowsFromTop();
+    std::vector<quint32> numbers(xcb_window_t window, const QByteArray &property);
+
+    std::unique_ptr<X11Connection> m_connection;
+    X11Clock m_clock;
+    DesktopEntries m_entries;
+    QByteArray m_hostName;
+    xcb_window_t m_windowManager = XCB_WINDOW_NONE; ///< its own window; none when there is no EWMH one
+    std::optional<X11Window> m_active;
+};
