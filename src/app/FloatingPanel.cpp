@@ -47,17 +47,6 @@ void FloatingPanel::keyPressEvent(QKeyEvent *event)
         cancelOperation();
 }
 
-bool FloatingPanel::event(QEvent *event)
-{
-    // A window manager's close button hides it: the panel lives as long as the program.
-    if (event->type() == QEvent::Close) {
-        event->ignore();
-        orderOut();
-        return true;
-    }
-    return QQuickView::event(event);
-}
-
 void FloatingPanel::cancelOperation()
 {
     orderOut();

@@ -26,7 +26,6 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
-    bool event(QEvent *event) override;
 
 private:
     /// Escape that nothing in the content has taken.

@@ -55,7 +55,9 @@ Rectangle {
         model: root.view.filteredItems
         currentIndex: root.view.selectedIndex
         highlightMoveDuration: 0
-        highlightFollowsCurrentItem: true
+        highlightRangeMode: ListView.ApplyRange
+        preferredHighlightBegin: topMargin
+        preferredHighlightEnd: height - bottomMargin
         reuseItems: true
         boundsBehavior: Flickable.StopAtBounds
 

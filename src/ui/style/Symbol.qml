@@ -7,7 +7,7 @@ Image {
 
     width: size
     height: size
-    source: name === "" ? "" : "symbols/" + name + ".svg"
+    source: name === "" ? "" : Qt.resolvedUrl("symbols/" + name + ".svg")
     sourceSize: Qt.size(size, size)
     fillMode: Image.PreserveAspectFit
 }
