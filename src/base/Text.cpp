@@ -7,7 +7,6 @@
 
 #include <QStringDecoder>
 
-#include <array>
 #include <cstring>
 #include <memory>
 
@@ -16,40 +15,24 @@ namespace text
 namespace
 {
 
-enum class ByteKind : quint8 {
-    Continuation, // inside a sequence
-    Plain,        // starts a character that is always a cluster of its own beside another plain one
-    Involved,     // starts a character for which the rules of UAX #29 must be asked
-};
-
-/// By lead byte: blocks in which every character has the Grapheme_Cluster_Break value Other or Control, so
-/// that there is a boundary between any two of them (rules GB4, GB5, GB999), CR LF excepted. U+00A9 and
-/// U+00AE are pictographs, which matters only before a joiner, and a joiner is not plain.
-constexpr std::array<ByteKind, 256> byteKinds()
+/// Whether a byte is inside a sequence, not at the start of a character.
+constexpr bool isContinuation(quint8 byte)
 {
-    std::array<ByteKind, 256> kinds{};
-    for (size_t byte = 0; byte < kinds.size(); ++byte) {
-        if (byte < 0x80) // ASCII
-            kinds[byte] = ByteKind::Plain;
-        else if (byte < 0xc0)
-            kinds[byte] = ByteKind::Continuation;
-        else if (byte >= 0xc2 && byte <= 0xcb) // U+0080 to U+02FF: Latin, IPA, modifier letters
-            kinds[byte] = ByteKind::Plain;
-        else if (byte == 0xd0 || byte == 0xd1) // U+0400 to U+047F: Cyrillic
-            kinds[byte] = ByteKind::Plain;
-        else if (byte >= 0xe4 && byte <= 0xe9) // U+4000 to U+9FFF: ideographs
-            kinds[byte] = ByteKind::Plain;
-        else
-            kinds[byte] = ByteKind::Involved;
-    }
-    return kinds;
+    return (byte & 0xc0U) == 0x80;
 }
 
-constexpr std::array<ByteKind, 256> Kinds = byteKinds();
-
-ByteKind kindOf(char byte)
+/// Whether a byte starts a character for which the rules of UAX #29 must be asked. The others are plain: they
+/// lie in blocks in which every character has the Grapheme_Cluster_Break value Other or Control, so that
+/// there is a boundary between any two of them (rules GB4, GB5, GB999), CR LF excepted. U+00A9 and U+00AE are
+/// pictographs, which matters only before a joiner, and a joiner is not plain. Written without branches, so
+/// that a compiler can test many bytes at once.
+constexpr bool isInvolved(quint8 byte)
 {
-    return Kinds[static_cast<quint8>(byte)];
+    const bool isLead = byte >= 0xc0;
+    const bool isLatin = byte >= 0xc2 && byte <= 0xcb;     // U+0080 to U+02FF: Latin, IPA, modifier letters
+    const bool isCyrillic = byte == 0xd0 || byte == 0xd1;  // U+0400 to U+047F
+    const bool isIdeograph = byte >= 0xe4 && byte <= 0xe9; // U+4000 to U+9FFF
+    return isLead && !isLatin && !isCyrillic && !isIdeograph;
 }
 
 /// ICU's own iterator over a stretch of text that needs the full rules.
@@ -71,43 +54,64 @@ qint64 clustersByRules(QByteArrayView utf8)
     return count;
 }
 
-/// Counts plain characters from `begin` on and stops at the first involved one.
-const char *countPlain(const char *begin, const char *end, qint64 &count)
+constexpr int WordSize = sizeof(quint64);
+constexpr quint64 HighBits = 0x8080808080808080U;
+
+/// Whether the next eight bytes are ASCII without a carriage return: eight characters, if none comes before.
+bool isPlainWord(const quint8 *at)
 {
-    const char *at = begin;
-    char previous = 0;
+    constexpr quint64 Ones = 0x0101010101010101U;
+    quint64 word = 0;
+    std::memcpy(&word, at, WordSize);
+    // Of ASCII bytes, only one that is a carriage return has its high bit set by this.
+    const quint64 returns = (word ^ (Ones * '\r')) - Ones;
+    return ((word | returns) & HighBits) == 0;
+}
+
+/// Counts plain characters from `begin` on and stops at the first involved one.
+const quint8 *countPlain(const quint8 *begin, const quint8 *end, qint64 &count)
+{
+    const quint8 *at = begin;
+    bool afterReturn = false;
     while (at != end) {
-        const ByteKind kind = kindOf(*at);
-        if (kind == ByteKind::Involved)
-            break;
-        count += kind == ByteKind::Plain;
-        count -= *at == '\n' && previous == '\r';
-        previous = *at++;
+        if (end - at >= WordSize && !afterReturn && isPlainWord(at)) {
+            at += WordSize;
+            count += WordSize;
+            continue;
+        }
+        const quint8 *const next = at + qMin<qsizetype>(WordSize, end - at);
+        for (; at != next; ++at) {
+            if (isInvolved(*at))
+                return at;
+            count += !isContinuation(*at);
+            count -= *at == '\n' && afterReturn;
+            afterReturn = *at == '\r';
+        }
     }
     return at;
 }
 
 /// The end of an involved stretch: the second of two plain characters in a row, or the end of the text.
-const char *endOfInvolved(const char *begin, const char *end)
+const quint8 *endOfInvolved(const quint8 *begin, const quint8 *end)
 {
     bool afterPlain = false;
-    for (const char *at = begin; at != end; ++at) {
-        const ByteKind kind = kindOf(*at);
-        if (kind == ByteKind::Continuation)
+    for (const quint8 *at = begin; at != end; ++at) {
+        if (isContinuation(*at))
             continue;
-        if (kind == ByteKind::Plain && afterPlain && !(*at == '\n' && at[-1] == '\r'))
+        const bool isPlain = !isInvolved(*at);
+        if (isPlain && afterPlain && !(*at == '\n' && at[-1] == '\r'))
             return at;
-        afterPlain = kind == ByteKind::Plain;
+        afterPlain = isPlain;
     }
     return end;
 }
 
 /// The start of the last plain character before `at`, or `begin` when there is none.
-const char *startOfPrevious(const char *begin, const char *at)
+const quint8 *startOfPrevious(const quint8 *begin, const quint8 *at)
 {
     while (at != begin) {
         --at;
-        if (kindOf(*at) != ByteKind::Continuation)
+        if (!isContinuation(*at))
             break;
     }
     return at;
@@ -122,16 +126,16 @@ bool isWhiteSpace(UChar32 character)
 
 qint64 characterCount(QByteArrayView utf8)
 {
-    const char *at = utf8.data();
-    const char *const end = at + utf8.size();
+    const auto *at = reinterpret_cast<const quint8 *>(utf8.data());
+    const quint8 *const end = at + utf8.size();
     qint64 count = 0;
     while (at != end) {
-        const char *const begin = at;
+        const quint8 *const begin = at;
         at = countPlain(at, end, count);
         if (at == end)
             break;
         // The character before the stretch may take its first mark, so it goes with the stretch.
-        const char *const stretch = startOfPrevious(begin, at);
+        const quint8 *const stretch = startOfPrevious(begin, at);
         if (stretch != at)
             --count;
         at = endOfInvolved(at, end);
@@ -172,8 +176,8 @@ QByteArray wellFormed(const QByteArray &bytes)
     while (at < size) {
         // ASCII in steps of eight bytes: most texts are little else.
         quint64 word = 0;
-        while (at + 8 <= size && (std::memcpy(&word, data + at, 8), (word & 0x8080808080808080U) == 0))
-            at += 8;
+        while (at + WordSize <= size && (std::memcpy(&word, data + at, WordSize), (word & HighBits) == 0))
+            at += WordSize;
         if (at == size)
             return bytes;
         UChar32 character = 0;

@@ -1,6 +1,11 @@
 #include "base/Text.h"
 
 #include <gtest/gtest.h>
+#include <unicode/brkiter.h>
+#include <unicode/unistr.h>
+
+#include <array>
+#include <random>
 
 namespace
 {
@@ -46,6 +51,28 @@ TEST(CharacterCountAtScale, MarksAcrossManyPlainStretchesAllCount)
     for (int i = 0; i < 10000; ++i)
         many += "plain e\u0301 漢字 🇦🇹\r\n";
     EXPECT_EQ(text::characterCount(many), 10000 * 13);
+}
+
+TEST(CharacterCountAtScale, AgreesWithTheFullRulesOnAnyMixture)
+{
+    constexpr std::array Pieces{"a", "plain text ", "\r", "\n", "\r\n", "é", "e", "\u0301", "\u200d", "👩",
+        "🇦", "🇹", "漢", "か", "\u3099", "ж", "\u0483", "\u1112", "\u1161", "한", "©", "\ufe0f", "ก", "\u0e33",
+        "\u00ad"};
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<icu::BreakIterator> rules(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    std::mt19937 random(20260301); // NOLINT: the same texts each time
+    for (int round = 0; round < 3000; ++round) {
+        QByteArray mixture;
+        for (auto length = random() % 40; length > 0; --length)
+            mixture += Pieces[random() % Pieces.size()];
+        const auto utf16 = icu::UnicodeString::fromUTF8(mixture.toStdString());
+        rules->setText(utf16);
+        qint64 expected = 0;
+        while (rules->next() != icu::BreakIterator::DONE)
+            ++expected;
+        ASSERT_EQ(text::characterCount(mixture), expected) << mixture.toHex().constData();
+    }
 }
 
 TEST(Trimmed, DropsUnicodeWhiteSpaceAtBothEnds)

@@ -18,9 +18,12 @@ ClipboardPace::Time now()
 
 std::vector<xcb_atom_t> atomsIn(const QByteArray &bytes)
 {
-    std::vector<xcb_atom_t> atoms(static_cast<size_t>(bytes.size()) / sizeof(xcb_atom_t));
-    if (!atoms.empty())
-        std::memcpy(atoms.data(), bytes.constData(), atoms.size() * sizeof(xcb_atom_t));
+    std::vector<xcb_atom_t> atoms;
+    for (qsizetype at = 0; at + qsizetype(sizeof(xcb_atom_t)) <= bytes.size(); at += sizeof(xcb_atom_t)) {
+        xcb_atom_t atom = XCB_ATOM_NONE;
+        std::memcpy(&atom, bytes.constData() + at, sizeof atom);
+        atoms.push_back(atom);
+    }
     return atoms;
 }
 
