@@ -34,26 +34,26 @@ void ItemIndex::rebuild()
     m_unpinnedCount = 0;
     m_byContent.reserve(m_items.records().size());
     for (const auto &item : m_items.records())
-        add(item);
+        add(*item);
 }
 
 std::shared_ptr<ClipboardItem> ItemIndex::newest(ClipboardItemType type, const QByteArray &content) const
 {
-    std::shared_ptr<ClipboardItem> newest;
+    const ClipboardItem *newest = nullptr;
     const auto [begin, end] = m_byContent.equal_range(contentHash(type, content.size(), content));
     for (auto at = begin; at != end; ++at) {
-        const auto item = at->second.lock();
-        if (!item || item->type() != type || (newest && ClipboardItem::newestFirst(*newest, *item)))
+        const ClipboardItem *const item = at->second;
+        if (item->type() != type || (newest && ClipboardItem::newestFirst(*newest, *item)))
             continue;
         if (item->contentEquals(content))
             newest = item;
     }
-    return newest;
+    return newest ? m_items.shared(*newest) : nullptr;
 }
 
 void ItemIndex::recordInserted(const std::shared_ptr<ClipboardItem> &item)
 {
-    add(item);
+    add(*item);
 }
 
 void ItemIndex::recordWillChange(const ClipboardItem &item)
@@ -63,7 +63,7 @@ void ItemIndex::recordWillChange(const ClipboardItem &item)
 
 void ItemIndex::recordChanged(const std::shared_ptr<ClipboardItem> &item)
 {
-    add(item);
+    add(*item);
 }
 
 void ItemIndex::recordRemoved(const std::shared_ptr<ClipboardItem> &item)
@@ -71,17 +71,17 @@ void ItemIndex::recordRemoved(const std::shared_ptr<ClipboardItem> &item)
     drop(*item);
 }
 
-void ItemIndex::add(const std::shared_ptr<ClipboardItem> &item)
+void ItemIndex::add(const ClipboardItem &item)
 {
-    m_byContent.emplace(contentHash(*item), item);
-    m_unpinnedCount += item->isPinned() ? 0 : 1;
+    m_byContent.emplace(contentHash(item), &item);
+    m_unpinnedCount += item.isPinned() ? 0 : 1;
 }
 
 void ItemIndex::drop(const ClipboardItem &item)
 {
     const auto [begin, end] = m_byContent.equal_range(contentHash(item));
     for (auto at = begin; at != end; ++at) {
-        if (at->second.lock().get() == &item) {
+        if (at->second == &item) {
             m_byContent.erase(at);
             m_unpinnedCount -= item.isPinned() ? 0 : 1;
             return;

@@ -28,11 +28,11 @@ public:
     void recordRemoved(const std::shared_ptr<ClipboardItem> &item) override;
 
 private:
-    void add(const std::shared_ptr<ClipboardItem> &item);
+    void add(const ClipboardItem &item);
     void drop(const ClipboardItem &item);
 
     RecordSet<ClipboardItem> &m_items;
     // By a hash of the type, the content's size and its beginning.
-    std::unordered_multimap<size_t, std::weak_ptr<ClipboardItem>> m_byContent;
+    std::unordered_multimap<size_t, const ClipboardItem *> m_byContent;
     qint64 m_unpinnedCount = 0;
 };

@@ -24,6 +24,8 @@ Result<Success> ModelContext::load()
     if (outcome)
         outcome = records<PasteTemplate>().load(m_database);
     m_itemIndex.rebuild();
+    // The pages of the rows just read are not read again soon.
+    (void)m_database.execute("PRAGMA shrink_memory");
     return outcome;
 }
 

@@ -41,6 +41,8 @@ public:
 
     const Records &records() const { return m_records; }
     bool hasChanges() const;
+    /// The owner of a record of this set; null when it is not in the set.
+    std::shared_ptr<Model> shared(const Model &record) const;
 
     void insert(const std::shared_ptr<Model> &record);
     void remove(const std::shared_ptr<Model> &record);
@@ -59,7 +61,7 @@ public:
     void recordDidChange(Record &record) override;
 
 private:
-    typename Records::iterator find(const Model &record);
+    typename Records::const_iterator find(const Model &record) const;
     void place(const std::shared_ptr<Model> &record);
     Result<Success> prepareStatements(Database &database);
     void detach(Model &record);
@@ -88,6 +90,13 @@ template<class Model>
 bool RecordSet<Model>::hasChanges() const
 {
     return !m_insertions.empty() || !m_updates.empty() || !m_deletions.empty();
+}
+
+template<class Model>
+std::shared_ptr<Model> RecordSet<Model>::shared(const Model &record) const
+{
+    const auto found = find(record);
+    return found != m_records.end() ? *found : nullptr;
 }
 
 template<class Model>
@@ -226,7 +235,7 @@ void RecordSet<Model>::recordDidChange(Record &record)
 }
 
 template<class Model>
-typename RecordSet<Model>::Records::iterator RecordSet<Model>::find(const Model &record)
+typename RecordSet<Model>::Records::const_iterator RecordSet<Model>::find(const Model &record) const
 {
     const auto found = std::lower_bound(m_records.begin(), m_records.end(), record,
         [](const auto &other, const Model &sought) { return Mapping::Order(*other, sought); });
