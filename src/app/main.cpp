@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/MemoryPolicy.h"
 #include "app/TerminationSignals.h"
 
 #include <QGuiApplication>
@@ -6,6 +7,7 @@
 
 int main(int argumentCount, char **arguments)
 {
+    giveLargeBlocksBack();
     TerminationSignals terminationSignals;
     // Measured: starts faster, shows its first frame sooner and needs half the memory of a GPU's context.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))

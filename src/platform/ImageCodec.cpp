@@ -24,11 +24,10 @@ std::optional<QImage> decode(const QByteArray &encoded)
     return picture;
 }
 
-std::optional<QByteArray> pngRepresentation(const QImage &picture)
+std::optional<QByteArray> pngRepresentation(QImage picture)
 {
-    QImage bare = picture;
-    for (const QString &key : bare.textKeys())
-        bare.setText(key, QString());
+    for (const QString &key : picture.textKeys())
+        picture.setText(key, QString());
     QByteArray encoded;
     QBuffer buffer(&encoded);
     if (!buffer.open(QIODevice::WriteOnly))
@@ -36,7 +35,7 @@ std::optional<QByteArray> pngRepresentation(const QImage &picture)
     QImageWriter writer(&buffer, "png");
     // Level 2 of 9: a screenshot is encoded four times as fast as at the default, and grows by a tenth.
     writer.setCompression(20);
-    if (!writer.write(bare))
+    if (!writer.write(picture))
         return std::nullopt;
     return encoded;
 }

@@ -17,7 +17,8 @@ inline constexpr int DecodedLimitMiB = 1024;
 /// or a broken one.
 std::optional<QImage> decode(const QByteArray &encoded);
 
-/// The picture as the bytes of a PNG file, without any text or colour profile of the original.
-std::optional<QByteArray> pngRepresentation(const QImage &picture);
+/// The picture as the bytes of a PNG file, without any text of the original. Move the picture in where it is not needed
+/// any more: a large one is then never held twice.
+std::optional<QByteArray> pngRepresentation(QImage picture);
 
 } // namespace image

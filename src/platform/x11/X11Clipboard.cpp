@@ -99,6 +99,10 @@ void X11Clipboard::start()
     for (const char *const selection : {"CLIPBOARD", "CLIPBOARD_MANAGER"})
         xcb_xfixes_select_selection_input(
             m_connection->get(), m_window, m_connection->atom(selection), Changes);
+    // From here on each change of owner is an event; this one is not.
+    const XcbReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(m_connection->get(),
+        xcb_get_selection_owner(m_connection->get(), m_connection->atom("CLIPBOARD")), nullptr));
+    m_hasOtherOwner = owner && owner->owner != XCB_WINDOW_NONE;
     withServerTime([this](xcb_timestamp_t time) {
         m_keeper.takeIfFree(time);
         fetchInitial(time);
@@ -109,13 +113,8 @@ void X11Clipboard::start()
 /// What the clipboard holds already is content 0, unless somebody copied meanwhile.
 void X11Clipboard::fetchInitial(xcb_timestamp_t time)
 {
-    const XcbReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(m_connection->get(),
-        xcb_get_selection_owner(m_connection->get(), m_connection->atom("CLIPBOARD")), nullptr));
-    const bool isFree = !owner || owner->owner == XCB_WINDOW_NONE || owner->owner == m_window;
-    if (m_latest != 0 || isFree)
-        return;
-    m_hasOtherOwner = true;
-    fetch(0, time);
+    if (m_latest == 0 && m_hasOtherOwner)
+        fetch(0, time);
 }
 
 void X11Clipboard::onEvent(const xcb_generic_event_t &event)

@@ -86,6 +86,20 @@ QByteArray X11Connection::atomName(xcb_atom_t atom)
 void X11Connection::flush()
 {
     xcb_flush(m_connection);
+    // Writing may have read: events are in XCB's queue then, and the socket has nothing to notify of.
+    if (!m_isProcessing)
+        QMetaObject::invokeMethod(&m_notifier, [this] { processEvents(); }, Qt::QueuedConnection);
+}
+
+/// Null when there is none, everything that is buffered is sent, and sending has not brought in another one.
+XcbReply<xcb_generic_event_t> X11Connection::nextEvent()
+{
+    XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(m_connection));
+    if (!event) {
+        xcb_flush(m_connection);
+        event.reset(xcb_poll_for_queued_event(m_connection));
+    }
+    return event;
 }
 
 void X11Connection::processEvents()
@@ -94,12 +108,11 @@ void X11Connection::processEvents()
     if (m_isProcessing)
         return;
     m_isProcessing = true;
-    while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
+    while (const XcbReply<xcb_generic_event_t> event = nextEvent()) {
         if (onEvent)
             onEvent(*event);
     }
     m_isProcessing = false;
-    xcb_flush(m_connection);
     if (xcb_connection_has_error(m_connection) != 0 && m_notifier.isEnabled()) {
         m_notifier.setEnabled(false);
         if (onClosed)

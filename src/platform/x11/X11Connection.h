@@ -47,6 +47,8 @@ public:
 private:
     X11Connection(xcb_connection_t *connection, int screenNumber);
 
+    XcbReply<xcb_generic_event_t> nextEvent();
+
     xcb_connection_t *m_connection;
     xcb_screen_t *m_screen;
     QSocketNotifier m_notifier;

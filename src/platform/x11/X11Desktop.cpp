@@ -70,9 +70,17 @@ void X11Desktop::onEvent(const xcb_generic_event_t &event)
 {
     m_clock.note(event);
     const int type = event.response_type & 0x7f;
-    if (type == XCB_DESTROY_NOTIFY) {
-        if (reinterpret_cast<const xcb_destroy_notify_event_t &>(event).window == m_windowManager)
+    if (type == XCB_DESTROY_NOTIFY || type == XCB_UNMAP_NOTIFY) {
+        // Some window managers name a window that is gone until another one gets the focus.
+        const xcb_window_t window = reinterpret_cast<const xcb_unmap_notify_event_t &>(event).window;
+        if (type == XCB_DESTROY_NOTIFY && window == m_windowManager)
             readWindowManager();
+        else if (m_active && m_active->id == window)
+            m_active.reset();
+    } else if (type == XCB_MAP_NOTIFY) {
+        // A window that is put into another frame is unmapped for a moment.
+        if (reinterpret_cast<const xcb_map_notify_event_t &>(event).window == m_watched)
+            readActiveWindow();
     } else if (type == XCB_PROPERTY_NOTIFY) {
         const xcb_atom_t atom = reinterpret_cast<const xcb_property_notify_event_t &>(event).atom;
         if (atom == m_connection->atom("_NET_SUPPORTED") ||
@@ -114,7 +122,22 @@ void X11Desktop::readWindowManager()
 void X11Desktop::readActiveWindow()
 {
     const auto active = numbers(m_connection->root(), "_NET_ACTIVE_WINDOW");
-    m_active = active.empty() || active.front() == XCB_WINDOW_NONE ? std::nullopt : describe(active.front());
+    const xcb_window_t window = active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
+    watch(window);
+    m_active = window == XCB_WINDOW_NONE ? std::nullopt : describe(window);
+}
+
+void X11Desktop::watch(xcb_window_t window)
+{
+    const auto select = [this](xcb_window_t of, uint32_t events) {
+        if (of != XCB_WINDOW_NONE && of != m_windowManager)
+            xcb_change_window_attributes(m_connection->get(), of, XCB_CW_EVENT_MASK, &events);
+    };
+    if (window == m_watched)
+        return;
+    select(m_watched, XCB_EVENT_MASK_NO_EVENT);
+    select(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    m_watched = window;
 }
 
 std::optional<X11Window> X11Desktop::activeWindow()

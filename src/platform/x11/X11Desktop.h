@@ -58,6 +58,7 @@ private:
     void onEvent(const xcb_generic_event_t &event);
     void readWindowManager();
     void readActiveWindow();
+    void watch(xcb_window_t window);
     std::optional<X11Window> focusedWindow();
     xcb_window_t windowWithFocus();
     xcb_window_t parent(xcb_window_t window);
@@ -69,5 +70,6 @@ private:
     DesktopEntries m_entries;
     QByteArray m_hostName;
     xcb_window_t m_windowManager = XCB_WINDOW_NONE; ///< its own window; none when there is no EWMH one
+    xcb_window_t m_watched = XCB_WINDOW_NONE;
     std::optional<X11Window> m_active;
 };
