@@ -51,6 +51,11 @@ void SelectionOwner::disown()
 
 void SelectionOwner::exit()
 {
+    if (!m_connection)
+        return;
+    // The server drops what a client sent just before it closed: a round trip makes sure of its last answer.
+    const XcbReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(m_connection->get(), xcb_get_input_focus(m_connection->get()), nullptr));
     m_connection.reset();
 }
 

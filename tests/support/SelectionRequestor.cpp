@@ -98,8 +98,8 @@ xcb_window_t SelectionRequestor::owner()
 /// This client itself wants to know of properties only.
 bool SelectionRequestor::isWatched()
 {
-    const XcbReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(m_connection->get(),
-        xcb_get_window_attributes(m_connection->get(), m_window), nullptr));
+    const XcbReply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
+        m_connection->get(), xcb_get_window_attributes(m_connection->get(), m_window), nullptr));
     m_connection->processEvents();
     return (reply->all_event_masks & XCB_EVENT_MASK_STRUCTURE_NOTIFY) != 0;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-#include <QProcess>
+#include "support/ChildProgram.h"
 
 /// A virtual X server of a test's own. While it lives, $DISPLAY names it; with it goes every client.
 class XServer
@@ -17,7 +16,7 @@ public:
     QByteArray display() const { return m_display; }
 
 private:
-    QProcess m_process;
+    ChildProgram m_program;
     QByteArray m_display;
     QByteArray m_previousDisplay;
 };

@@ -12,12 +12,8 @@ LIST = "History"
 
 
 def rows(desktop):
-    """The names of the history's rows on the desktop, from top to bottom."""
-    answer = desktop.run("/usr/bin/python3", pathlib.Path(__file__).resolve())
-    found = json.loads(answer)
-    if found is None:
-        raise AssertionError(f'no list named "{LIST}" in the accessibility tree')
-    return found
+    """The names of the history's rows on the desktop, from top to bottom; nothing when there is no such list."""
+    return json.loads(desktop.run("/usr/bin/python3", pathlib.Path(__file__).resolve()))
 
 
 def _tree(node, depth=0):
@@ -37,6 +33,19 @@ def _list_of(program):
     return next((node for node in _tree(program) if node.get_role() in roles and node.get_name() == LIST), None)
 
 
+def _names_from_top_to_bottom(history):
+    """Where the rows are says their order; in the tree they stand in the order in which they were made."""
+    from gi.repository import Atspi
+
+    rows = [
+        node
+        for node in _tree(history)
+        if node.get_role() == Atspi.Role.LIST_ITEM and node.get_state_set().contains(Atspi.StateType.VISIBLE)
+    ]
+    rows.sort(key=lambda row: row.get_extents(Atspi.CoordType.SCREEN).y)
+    return [row.get_name() for row in rows]
+
+
 def _main():
     import gi
 
@@ -52,8 +61,7 @@ def _main():
         try:
             history = _list_of(program)
             if history is not None:
-                items = [node for node in _tree(history) if node.get_role() == Atspi.Role.LIST_ITEM]
-                found = [item.get_name() for item in items]
+                found = _names_from_top_to_bottom(history)
         except GLib.Error as failure:
             print(failure, file=sys.stderr)
     json.dump(found, sys.stdout)

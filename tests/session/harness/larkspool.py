@@ -85,7 +85,10 @@ class Larkspool:
     def stop(self, deadline=10.0):
         """Asks the program to end, which it has to do cleanly and without an unexpected word; its output lines."""
         self.process.send_signal(signal.SIGTERM)
-        code = self.process.wait(deadline)
+        try:
+            code = self.process.wait(deadline)
+        except subprocess.TimeoutExpired:
+            raise AssertionError(f"still runs {deadline:g} s after SIGTERM") from None
         lines = self.stdout.finish()
         self.stderr.finish()
         if code != 0:
@@ -119,7 +122,11 @@ class Larkspool:
 
     def rows(self):
         """The names of the history's rows as a screen reader hears them, from top to bottom."""
-        return accessibility.rows(self._desktop)
+        def heard():
+            names = accessibility.rows(self._desktop)
+            return None if names is None else (names,)
+
+        return wait_until(heard, "the list is in the accessibility tree")[0]
 
     # What it costs
 

@@ -6,6 +6,7 @@ import time
 
 from Xlib import X, Xatom, display
 from Xlib.protocol import event as xevent
+from Xlib.protocol import request as xrequest
 
 CLAIMED_SIZE = 0xFFFFFFFF  # four gigabytes, as a 32-bit property can say
 
@@ -40,7 +41,9 @@ class Owner:
 
     def clear(self):
         """Gives the selection up on purpose."""
-        self._display.set_selection_owner(self._selection, X.NONE, X.CurrentTime)
+        xrequest.SetSelectionOwner(
+            display=self._display.display, window=X.NONE, selection=self._selection, time=self._stamp
+        )
         self._display.flush()
 
     def serve(self, until):

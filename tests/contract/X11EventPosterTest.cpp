@@ -1,0 +1,323 @@
+#include "fakes/FakeWorkspace.h"
+#include "fakes/ManualMainQueue.h"
+#include "platform/x11/X11Backends.h"
+#include "support/KeyRobot.h"
+#include "support/SelectionOwner.h"
+#include "support/SelectionRequestor.h"
+#include "support/TestProgram.h"
+#include "support/Waiting.h"
+#include "support/XServer.h"
+
+#include <linux/input-event-codes.h>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using Offer = SelectionOwner::Offer;
+
+using std::chrono::milliseconds;
+
+constexpr int XkbOffset = 8;
+// Without Mod5: the server sets it for plain clients while another group than the first is active.
+constexpr int ModifierBits = 0x7f;
+constexpr int DvorakV = KEY_DOT;
+
+/// A program with the keyboard focus, on a server of its own; time is the test's.
+class X11EventPosterTest : public ::testing::Test
+{
+protected:
+    X11EventPosterTest()
+    {
+        m_program.show(TestProgram::Focus::Takes);
+        m_workspace.bringToFront(QStringLiteral("Editor"), QStringLiteral("org.example.Editor"), -1);
+    }
+
+    void paste()
+    {
+        for (const KeyMotion motion : {KeyMotion::Down, KeyMotion::Up}) {
+            auto event = m_poster->createKeyboardEvent(nullptr, 9, motion);
+            event->flags = EventFlagCommand;
+            m_poster->post(EventTapLocation::AnnotatedSession, *event);
+        }
+    }
+
+    void focusOn(const char *identifier)
+    {
+        m_workspace.bringToFront(QString::fromLatin1(identifier), QString::fromLatin1(identifier), -1);
+    }
+
+    /// Waits until a key beyond the modifiers arrives, and says whether it is the chord.
+    ::testing::AssertionResult arrives(int evdevCode, int modifiers)
+    {
+        const auto last = [&]() -> const TestProgram::KeyPress * {
+            for (const TestProgram::KeyPress &key : program().keyPresses()) {
+                if (key.keyCode != KEY_LEFTCTRL + XkbOffset && key.keyCode != KEY_LEFTSHIFT + XkbOffset)
+                    return &key;
+            }
+            return nullptr;
+        };
+        if (!waitUntil([&] { return last() != nullptr; }))
+            return ::testing::AssertionFailure() << "nothing arrived";
+        const TestProgram::KeyPress key = *last();
+        m_program.forgetKeyPresses();
+        if (key.keyCode == evdevCode + XkbOffset && (key.state & ModifierBits) == modifiers)
+            return ::testing::AssertionSuccess();
+        return ::testing::AssertionFailure()
+            << "key code " << key.keyCode << " with modifiers " << (key.state & ModifierBits);
+    }
+
+    TestProgram &program() { return m_program; }
+    KeyRobot &robot() { return m_robot; }
+    ManualMainQueue &queue() { return m_queue; }
+    EventPoster &poster() { return *m_poster; }
+    void endPoster() { m_poster.reset(); }
+
+private:
+    XServer m_server;
+    KeyRobot m_robot;
+    TestProgram m_program{"editor", "Editor"};
+    FakeWorkspace m_workspace;
+    ManualMainQueue m_queue;
+    std::unique_ptr<EventPoster> m_poster = platform::makeX11EventPoster(m_queue, m_workspace);
+};
+
+TEST_F(X11EventPosterTest, PostsControlVAndReleasesAll)
+{
+    paste();
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+    EXPECT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 2; }));
+}
+
+TEST_F(X11EventPosterTest, PostsControlShiftVToATerminal)
+{
+    focusOn("org.gnome.Terminal");
+    paste();
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT));
+}
+
+TEST_F(X11EventPosterTest, PostsShiftInsertWithTheClipboardsTextInPrimary)
+{
+    const QByteArray text = "gr\xc3\xbc\xc3\x9f dich";
+    SelectionOwner clipboard(Offer{{"UTF8_STRING", text}});
+    clipboard.own();
+    focusOn("XTerm");
+    paste();
+    EXPECT_TRUE(arrives(KEY_INSERT, XCB_MOD_MASK_SHIFT));
+    SelectionRequestor requestor("PRIMARY");
+    EXPECT_EQ(requestor.paste("UTF8_STRING").bytes, text);
+    EXPECT_EQ(requestor.paste("TEXT").bytes, text);
+    EXPECT_EQ(requestor.paste("TEXT").type, "UTF8_STRING");
+    EXPECT_EQ(requestor.paste("STRING").bytes, "gr\xfc\xdf dich");
+    EXPECT_TRUE(requestor.paste("image/png").isRefused);
+    EXPECT_TRUE(requestor.targets().contains("UTF8_STRING"));
+    EXPECT_FALSE(clipboard.hasLost());
+}
+
+TEST_F(X11EventPosterTest, ServesALargePrimaryIncrementally)
+{
+    const QByteArray text(20'000'000, 'x');
+    SelectionOwner clipboard(Offer{{"UTF8_STRING", {text, OfferedValue::Delivery::Incremental}}});
+    clipboard.own();
+    focusOn("XTerm");
+    paste();
+    ASSERT_TRUE(arrives(KEY_INSERT, XCB_MOD_MASK_SHIFT));
+    SelectionRequestor requestor("PRIMARY");
+    const auto reply = requestor.paste("UTF8_STRING");
+    EXPECT_TRUE(reply.wasIncremental);
+    EXPECT_EQ(reply.bytes, text);
+    SelectionRequestor several("PRIMARY");
+    several.requestMultiple({"UTF8_STRING", "STRING", "image/png"});
+    ASSERT_TRUE(waitUntil([&] { return several.hasMultiple(); }));
+    EXPECT_EQ(several.reply("STRING")->bytes.size(), text.size());
+    EXPECT_TRUE(several.reply("image/png")->isRefused);
+}
+
+TEST_F(X11EventPosterTest, GivesPrimaryUpToAnotherProgram)
+{
+    SelectionOwner clipboard(Offer{{"UTF8_STRING", "pasted"}});
+    clipboard.own();
+    focusOn("XTerm");
+    paste();
+    ASSERT_TRUE(arrives(KEY_INSERT, XCB_MOD_MASK_SHIFT));
+    SelectionOwner other(Offer{{"UTF8_STRING", "selected"}}, "PRIMARY");
+    other.own();
+    SelectionRequestor requestor("PRIMARY");
+    EXPECT_EQ(requestor.paste("UTF8_STRING").bytes, "selected");
+    EXPECT_FALSE(other.hasLost());
+}
+
+TEST_F(X11EventPosterTest, PostsNothingWherePrimaryWouldBeSomethingElse)
+{
+    SelectionOwner selected(Offer{{"UTF8_STRING", "selected"}}, "PRIMARY");
+    selected.own();
+    SelectionOwner picture(Offer{{"image/png", "png"}});
+    picture.own();
+    focusOn("XTerm");
+    paste();
+    ASSERT_TRUE(waitUntil([&] { return picture.requests().contains("UTF8_STRING"); }));
+    // The next chord comes after the dropped one.
+    queue().drain();
+    focusOn("org.example.Editor");
+    ASSERT_TRUE(waitUntil([&] {
+        queue().drain();
+        return true;
+    }));
+    paste();
+    ASSERT_TRUE(waitUntil([&] {
+        queue().drain();
+        return !program().keyPresses().empty();
+    }));
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+    EXPECT_FALSE(selected.hasLost());
+}
+
+TEST_F(X11EventPosterTest, GivesAClipboardThatDoesNotAnswerASecond)
+{
+    SelectionOwner hanging(Offer{{"UTF8_STRING", {"late", OfferedValue::Delivery::Never}}});
+    hanging.own();
+    focusOn("XTerm");
+    paste();
+    ASSERT_TRUE(waitUntil([&] { return hanging.requests().contains("UTF8_STRING"); }));
+    queue().advanceBy(milliseconds(1000));
+    focusOn("org.example.Editor");
+    paste();
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+}
+
+TEST_F(X11EventPosterTest, FindsTheKeyByItsSymbol)
+{
+    ASSERT_TRUE(
+        robot().setLayout({QStringLiteral("us"), QStringLiteral("-variant"), QStringLiteral("dvorak")}));
+    paste();
+    EXPECT_TRUE(arrives(DvorakV, XCB_MOD_MASK_CONTROL));
+    ASSERT_TRUE(robot().setLayout({QStringLiteral("de"), QStringLiteral("-variant"), QStringLiteral("")}));
+    paste();
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+}
+
+TEST_F(X11EventPosterTest, FindsTheKeyInTheActiveGroup)
+{
+    ASSERT_TRUE(
+        robot().setLayout({QStringLiteral("us,us"), QStringLiteral("-variant"), QStringLiteral(",dvorak")}));
+    robot().lockGroup(1);
+    paste();
+    EXPECT_TRUE(arrives(DvorakV, XCB_MOD_MASK_CONTROL));
+    robot().lockGroup(0);
+    paste();
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+}
+
+TEST_F(X11EventPosterTest, UsesTheLatinGroupsKeyUnderACyrillicOne)
+{
+    ASSERT_TRUE(
+        robot().setLayout({QStringLiteral("us,ru"), QStringLiteral("-variant"), QStringLiteral("dvorak,")}));
+    robot().lockGroup(1);
+    paste();
+    EXPECT_TRUE(arrives(DvorakV, XCB_MOD_MASK_CONTROL));
+}
+
+TEST_F(X11EventPosterTest, UsesThePositionWhereNoLayoutHasTheLetter)
+{
+    ASSERT_TRUE(robot().setLayout({QStringLiteral("ru"), QStringLiteral("-variant"), QStringLiteral("")}));
+    paste();
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+}
+
+TEST_F(X11EventPosterTest, WaitsForTheReleaseOfHeldKeys)
+{
+    robot().down(KEY_LEFTMETA);
+    robot().down(KEY_LEFTSHIFT);
+    ASSERT_TRUE(waitUntil([&] { return program().keyPresses().size() == 2; }));
+    program().forgetKeyPresses();
+    paste();
+    queue().advanceBy(milliseconds(500));
+    robot().up(KEY_LEFTSHIFT);
+    queue().advanceBy(milliseconds(500));
+    robot().up(KEY_LEFTMETA);
+    // Nothing but those two has arrived so far.
+    ASSERT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 2; }));
+    for (const TestProgram::KeyPress &key : program().keyPresses())
+        EXPECT_NE(key.keyCode, KEY_V + XkbOffset);
+    program().forgetKeyPresses();
+    queue().advanceBy(milliseconds(10));
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+}
+
+TEST_F(X11EventPosterTest, WaitsForAHeldKeyThatIsNoModifier)
+{
+    robot().down(KEY_V);
+    ASSERT_TRUE(waitUntil([&] { return program().keyPresses().size() == 1; }));
+    program().forgetKeyPresses();
+    paste();
+    queue().advanceBy(milliseconds(100));
+    robot().up(KEY_V);
+    ASSERT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 1; }));
+    program().forgetKeyPresses();
+    queue().advanceBy(milliseconds(10));
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+}
+
+TEST_F(X11EventPosterTest, PostsAfterTwoSecondsAllTheSameAndTakesTheKeyForStuck)
+{
+    robot().down(KEY_F12);
+    ASSERT_TRUE(waitUntil([&] { return program().keyPresses().size() == 1; }));
+    program().forgetKeyPresses();
+    paste();
+    queue().advanceBy(milliseconds(1990));
+    ASSERT_TRUE(robot().setLayout({QStringLiteral("us")})); // takes a while, and nothing comes of it
+    for (const TestProgram::KeyPress &key : program().keyPresses())
+        EXPECT_EQ(key.keyCode, KEY_F12 + XkbOffset);
+    program().forgetKeyPresses();
+    queue().advanceBy(milliseconds(20));
+    EXPECT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 2; }));
+    paste();
+    EXPECT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 4; }));
+    robot().up(KEY_F12);
+}
+
+TEST_F(X11EventPosterTest, KeepsLockedModifiersOutOfTheWait)
+{
+    robot().lockModifiers(XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2);
+    paste();
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2));
+    robot().lockModifiers(0);
+}
+
+TEST_F(X11EventPosterTest, PostsEachOfSeveralPastesThatWait)
+{
+    robot().down(KEY_LEFTMETA);
+    paste();
+    paste();
+    robot().up(KEY_LEFTMETA);
+    queue().advanceBy(milliseconds(10));
+    // Super, and twice Ctrl and V.
+    EXPECT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 5; }));
+}
+
+TEST_F(X11EventPosterTest, DropsWhatWaitsWhenItEnds)
+{
+    robot().down(KEY_LEFTMETA);
+    paste();
+    endPoster();
+    robot().up(KEY_LEFTMETA);
+    queue().advanceBy(milliseconds(3000));
+    robot().chord({KEY_A});
+    ASSERT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 2; }));
+    for (const TestProgram::KeyPress &key : program().keyPresses())
+        EXPECT_NE(key.keyCode, KEY_V + XkbOffset);
+}
+
+TEST_F(X11EventPosterTest, DropsEventsThatAreNoPaste)
+{
+    poster().post(EventTapLocation::AnnotatedSession, {9, KeyMotion::Down, 0});
+    poster().post(EventTapLocation::AnnotatedSession, {9, KeyMotion::Up, 0});
+    poster().post(EventTapLocation::AnnotatedSession, {9, KeyMotion::Up, EventFlagCommand});
+    poster().post(EventTapLocation::AnnotatedSession, {0, KeyMotion::Down, EventFlagCommand});
+    robot().chord({KEY_A});
+    ASSERT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 1; }));
+    EXPECT_EQ(program().keyPresses().size(), 1U);
+}
+
+} // namespace
