@@ -12,7 +12,7 @@ bool isThere(X11Connection &connection, const QByteArray &property)
         xcb_get_property(connection.get(), 0, connection.root(), connection.atom(property),
             XCB_GET_PROPERTY_TYPE_ANY, 0, 1),
         nullptr));
-    return reply && reply->value_len == 1;
+    return reply && reply->type != XCB_ATOM_NONE;
 }
 
 } // namespace

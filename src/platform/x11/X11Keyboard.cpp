@@ -51,8 +51,12 @@ X11Keyboard::X11Keyboard(X11Connection &connection, quint8 firstEvent)
 
 void X11Keyboard::selectEvents()
 {
-    constexpr uint16_t Wanted = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
-    xcb_xkb_select_events(m_connection.get(), CoreKeyboard, Wanted, 0, Wanted, 0, 0, nullptr);
+    constexpr uint16_t Keyboard = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
+    constexpr uint16_t Map = XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    // The parts of the map are chosen on their own, whatever is said about all of an event's details.
+    constexpr uint16_t Parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
+    xcb_xkb_select_events(
+        m_connection.get(), CoreKeyboard, Keyboard | Map, 0, Keyboard, Parts, Parts, nullptr);
 }
 
 bool X11Keyboard::note(const xcb_generic_event_t &event)

@@ -123,7 +123,7 @@ Item {
                 text: row.isPath ? row.title : row.preview
                 textFormat: Text.PlainText
                 color: row.typeName === "url" ? Theme.link : Theme.primaryText
-                font.family: row.typeName === "text" ? Theme.monospaced : Qt.application.font.family
+                font.family: row.typeName === "text" ? Theme.monospaced : Theme.interfaceFont
                 font.pixelSize: row.typeName === "url" ? 13 : 14
                 font.weight: row.isPath ? Font.DemiBold : Font.Normal
                 lineHeight: 1.15

@@ -8,6 +8,7 @@ Image {
     width: size
     height: size
     source: name === "" ? "" : Qt.resolvedUrl("symbols/" + name + ".svg")
-    sourceSize: Qt.size(size, size)
+    sourceSize.width: size
+    sourceSize.height: size
     fillMode: Image.PreserveAspectFit
 }

@@ -27,6 +27,8 @@ QtObject {
     readonly property int cardHeight: 130
     readonly property int sidebarWidth: 76
 
+    readonly property FontMetrics fontMetrics: FontMetrics {}
+    readonly property string interfaceFont: fontMetrics.font.family
     readonly property string monospaced: "monospace"
 
     /// The accent of a kind of entry, by its stored text.
