@@ -57,10 +57,10 @@ class Demo:
     def play_on(self, desktop):
         store = Store(desktop.store_file)
         program = Larkspool(desktop)
-        with self.step("Larkspool starts, until its hot key is live"):
-            program.start()
-            program.wait_for_hot_key(every=0.002)
         try:
+            with self.step("Larkspool starts, until its hot key is live"):
+                program.start()
+                program.wait_for_hot_key(every=0.002)
             self.copy(desktop, store)
             self.paste(desktop, store, program)
         except BaseException:

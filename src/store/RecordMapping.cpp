@@ -25,7 +25,7 @@ const char *RecordMapping<ClipboardItem>::selectAll()
 {
     // 16384 characters are at least as many bytes: such a content is long, and is read in pieces instead.
     return "SELECT rowid, id, type, sourceAppName, sourceAppBundleId, isPinned, createdAt, characterCount, "
-           "categoryId, CASE WHEN characterCount > 16384 THEN NULL ELSE content END, imageData IS NOT NULL "
+           "categoryId, CASE WHEN characterCount > 16384 THEN NULL ELSE content END, typeof(imageData) <> 'null' "
            "FROM ClipboardItem ORDER BY rowid";
 }
 
