@@ -15,6 +15,15 @@ bool isThere(X11Connection &connection, const QByteArray &property)
     return reply && reply->type != XCB_ATOM_NONE;
 }
 
+/// Its last step at start is to take the focus from nobody in particular; a window that opens before is not
+/// given it.
+bool hasFocusBeenGiven(X11Connection &connection)
+{
+    const XcbReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
+    return reply && reply->focus != XCB_INPUT_FOCUS_POINTER_ROOT && reply->focus != XCB_INPUT_FOCUS_NONE;
+}
+
 } // namespace
 
 WindowManager::WindowManager()
@@ -31,7 +40,7 @@ WindowManager::WindowManager()
     const auto connection = X11Connection::open();
     m_isRunning = connection && waitUntil([&] {
         return isThere(*connection, "_NET_SUPPORTING_WM_CHECK") && isThere(*connection, "_NET_SUPPORTED") &&
-            isThere(*connection, "_NET_CLIENT_LIST");
+            isThere(*connection, "_NET_CLIENT_LIST") && hasFocusBeenGiven(*connection);
     });
 }
 

@@ -150,7 +150,7 @@ std::optional<QByteArray> fileAddress(const ClipboardContent &content, const QBy
 
 std::optional<QByteArray> address(const ClipboardContent &content)
 {
-    if (const auto found = firstAddress(content.find(UriList), isOtherAddress))
+    if (auto found = firstAddress(content.find(UriList), isOtherAddress))
         return found;
     const auto url = mozillaUrl(content);
     if (!url || isFileAddress(url->first))

@@ -10,7 +10,7 @@ struct ClipboardLimits {
     /// An owner that delivers nothing for so long is given up.
     std::chrono::milliseconds noProgress{5000};
     /// And one that delivers, but slower than this, `noProgress` granted beyond.
-    qint64 bytesPerSecond = 256 * 1024;
+    qint64 bytesPerSecond = 256LL * 1024;
     /// A finished content waits so long for an earlier one that makes no progress.
     std::chrono::milliseconds heldBackWithoutProgress{250};
     /// And so long for one that does.
@@ -20,7 +20,7 @@ struct ClipboardLimits {
     /// What a row of the store can hold, with its other fields.
     qint64 target = 1'000'000'000 - 1024 * 1024;
     /// All that is kept only for other programs, together.
-    qint64 extras = 32 * 1024 * 1024;
+    qint64 extras = 32LL * 1024 * 1024;
 };
 
 /// Whether a transfer from another program still deserves its time. A value; time is handed in.

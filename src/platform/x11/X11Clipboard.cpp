@@ -268,7 +268,7 @@ void X11Clipboard::takeOverIfLeft()
 {
     if (!m_leftAt || isFetchingLatest() || m_kept.isEmpty())
         return;
-
+    acquire(Served::Kept, *m_leftAt);
     m_leftAt.reset();
 }
 

@@ -54,7 +54,8 @@ void X11Connection::internAtoms(const std::vector<QByteArray> &names)
     std::vector<xcb_intern_atom_cookie_t> cookies;
     cookies.reserve(names.size());
     for (const QByteArray &name : names)
-        cookies.push_back(xcb_intern_atom(m_connection, 0, static_cast<uint16_t>(name.size()), name.constData()));
+        cookies.push_back(
+            xcb_intern_atom(m_connection, 0, static_cast<uint16_t>(name.size()), name.constData()));
     for (size_t i = 0; i < names.size(); ++i) {
         const XcbReply<xcb_intern_atom_reply_t> reply(
             xcb_intern_atom_reply(m_connection, cookies[i], nullptr));
@@ -76,8 +77,7 @@ QByteArray X11Connection::atomName(xcb_atom_t atom)
         xcb_get_atom_name_reply(m_connection, xcb_get_atom_name(m_connection, atom), nullptr));
     if (!reply)
         return {};
-    const QByteArray name(
-        xcb_get_atom_name_name(reply.get()), xcb_get_atom_name_name_length(reply.get()));
+    QByteArray name(xcb_get_atom_name_name(reply.get()), xcb_get_atom_name_name_length(reply.get()));
     m_names[atom] = name;
     m_atoms[name.toStdString()] = atom;
     return name;
@@ -88,7 +88,8 @@ void X11Connection::flush()
     xcb_flush(m_connection);
     // Writing may have read: events are in XCB's queue then, and the socket has nothing to notify of.
     if (!m_isProcessing)
-        QMetaObject::invokeMethod(&m_notifier, [this] { processEvents(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &m_notifier, [this] { processEvents(); }, Qt::QueuedConnection);
 }
 
 /// Null when there is none, everything that is buffered is sent, and sending has not brought in another one.

@@ -10,10 +10,11 @@
 #include <unordered_map>
 #include <vector>
 
-/// A connection to the X server of $DISPLAY, with its events delivered by the event loop of the thread that made it.
+/// A connection to the X server of $DISPLAY, with its events delivered by the event loop of the thread that
+/// made it.
 ///
-/// Life cycle: `open`, which may fail; `onEvent` set by the owner; events arrive from the event loop; `onClosed` is
-/// called once when the server goes away, after which nothing arrives and requests are dropped.
+/// Life cycle: `open`, which may fail; `onEvent` set by the owner; events arrive from the event loop;
+/// `onClosed` is called once when the server goes away, after which nothing arrives and requests are dropped.
 /// Everything on the thread that made it.
 class X11Connection
 {
@@ -40,8 +41,8 @@ public:
 
     /// Sends what is buffered.
     void flush();
-    /// Delivers events that came in while a reply was awaited. The event loop does it by itself for those on the
-    /// wire; call it at the end of a block of requests with replies that is not run from `onEvent`.
+    /// Delivers events that came in while a reply was awaited. The event loop does it by itself for those on
+    /// the wire; call it at the end of a block of requests with replies that is not run from `onEvent`.
     void processEvents();
 
 private:

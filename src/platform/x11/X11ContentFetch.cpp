@@ -8,7 +8,7 @@
 namespace
 {
 
-constexpr qint64 LargestTargetList = 64 * 1024;
+constexpr qint64 LargestTargetList = 64LL * 1024;
 constexpr qint64 LargestHint = 1024;
 
 ClipboardPace::Time now()
@@ -45,7 +45,7 @@ void X11ContentFetch::makeReceiver()
 {
     m_receivers.push_back(std::make_unique<X11SelectionReceiver>(m_connection, m_retired,
         X11SelectionReceiver::Callbacks{[this](qint64 bytes) { m_pace.progressed(now(), bytes); },
-            [this](X11SelectionReceiver::Result result) { accept(std::move(result)); }}));
+            [this](const X11SelectionReceiver::Result &result) { accept(result); }}));
 }
 
 void X11ContentFetch::start(xcb_timestamp_t time)
@@ -101,7 +101,7 @@ void X11ContentFetch::ask(xcb_atom_t target, qint64 limit)
     m_receivers.back()->request(m_connection.atom("CLIPBOARD"), target, m_time, limit);
 }
 
-void X11ContentFetch::accept(X11SelectionReceiver::Result result)
+void X11ContentFetch::accept(const X11SelectionReceiver::Result &result)
 {
     if (hasEnded())
         return;

@@ -57,7 +57,7 @@ private:
 
     void ask(xcb_atom_t target, qint64 limit);
     void next();
-    void accept(X11SelectionReceiver::Result result);
+    void accept(const X11SelectionReceiver::Result &result);
     void acceptTargets(const X11SelectionReceiver::Result &result);
     void acceptHint(const X11SelectionReceiver::Result &result);
     void acceptBytes(const X11SelectionReceiver::Result &result);

@@ -8,7 +8,7 @@
 namespace
 {
 
-constexpr qsizetype LargestChunk = 1024 * 1024;
+constexpr qsizetype LargestChunk = 1024LL * 1024;
 
 void selectEvents(X11Connection &connection, xcb_window_t window, uint32_t mask)
 {

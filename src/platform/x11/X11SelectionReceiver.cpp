@@ -182,5 +182,5 @@ void X11SelectionReceiver::finish(Outcome outcome, qint64 size)
         result.bytes.clear();
     else if (result.bytes.capacity() > result.bytes.size() + result.bytes.size() / 4)
         result.bytes.squeeze();
-    m_callbacks.onDone(std::move(result));
+    m_callbacks.onDone(result);
 }

@@ -30,7 +30,7 @@ public:
         std::function<void(qint64 bytes)> onProgress;
         /// The next `request` may be made from within, unless this transfer was too large and incremental:
         /// the owner goes on with it, so that the window is of no more use.
-        std::function<void(Result)> onDone;
+        std::function<void(const Result &)> onDone;
     };
 
     X11SelectionReceiver(X11Connection &connection, X11RetiredWindows &retired, Callbacks callbacks);
