@@ -86,7 +86,8 @@ public:
     virtual std::optional<QByteArray> data(PasteboardType type) const = 0;
 
     /// The image bytes of the type (`Tiff` or `Png`), decoded and encoded afresh as PNG; nothing when the type is
-    /// not there or its bytes are no image. Costs nothing to ask: a back end converts before a content is finished.
+    /// not there or its bytes are no image. Costs nothing to ask: a back end converts before a content is finished. It
+    /// converts the first of the two types, in this order, that is an image, and may have nothing for the other.
     virtual std::optional<QByteArray> pngRepresentation(PasteboardType type) const = 0;
 
     /// Starts a new, empty content of this program's own and takes the clipboard over.

@@ -29,9 +29,14 @@ ClipboardItem::ClipboardItem(QByteArray content, ClipboardItemType type, std::op
     m_fields.contentSize = m_fields.content.size();
     m_fields.type = type;
     m_fields.hasImageData = imageData.has_value();
-    m_fields.imageData = std::move(imageData);
-    m_fields.sourceAppName = std::move(sourceAppName);
-    m_fields.sourceAppBundleId = std::move(sourceAppBundleId);
+    if (imageData)
+        m_fields.imageData = imageData->isNull() ? QByteArray("") : std::move(*imageData);
+    // An empty name is one; a null text would be none.
+    const auto named = [](const QString &name) { return name.isNull() ? QStringLiteral("") : name; };
+    if (sourceAppName)
+        m_fields.sourceAppName = named(*sourceAppName);
+    if (sourceAppBundleId)
+        m_fields.sourceAppBundleId = named(*sourceAppBundleId);
     m_fields.isPinned = isPinned;
     m_fields.createdAt = clock.now();
     m_fields.characterCount = text::characterCount(m_fields.content);
@@ -53,9 +58,9 @@ bool ClipboardItem::contentEquals(const QByteArray &content) const
 
 std::optional<QByteArray> ClipboardItem::imageData() const
 {
-    if (m_fields.imageData || !m_fields.hasImageData || !m_reader)
+    if (!m_fields.imageData.isNull())
         return m_fields.imageData;
-    return m_reader->readImageData(rowId());
+    return m_fields.hasImageData && m_reader ? m_reader->readImageData(rowId()) : std::nullopt;
 }
 
 std::optional<QImage> ClipboardItem::thumbnail() const
@@ -122,7 +127,7 @@ bool ClipboardItem::pinnedFirst(const ClipboardItem &a, const ClipboardItem &b)
 void ClipboardItem::releaseBytes(const ItemByteReader *reader)
 {
     m_reader = reader;
-    m_fields.imageData.reset();
+    m_fields.imageData = QByteArray();
     if (m_fields.contentSize > ResidentLimit)
         m_fields.content = QByteArray(m_fields.content.constData(), HeadSize);
 }

@@ -51,12 +51,12 @@ public:
         QByteArray content; ///< the whole, or the first `HeadSize` bytes of a longer one
         qint64 contentSize = 0;
         ClipboardItemType type = ClipboardItemType::Text;
-        std::optional<QByteArray> imageData; ///< only while it is not saved
+        QByteArray imageData; ///< only while it is not saved; null when there are none
         bool hasImageData = false;
         bool isPinned = false;
-        std::optional<QString> sourceAppName;
-        std::optional<QString> sourceAppBundleId;
-        QDateTime createdAt; ///< UTC
+        QString sourceAppName;     ///< null when it is not known
+        QString sourceAppBundleId; ///< the same
+        QDateTime createdAt;       ///< UTC
         qint64 characterCount = 0;
         std::optional<QUuid> categoryId;
     };
@@ -69,8 +69,8 @@ public:
     const QUuid &id() const { return m_fields.id; }
     ClipboardItemType type() const { return m_fields.type; }
     bool isPinned() const { return m_fields.isPinned; }
-    const std::optional<QString> &sourceAppName() const { return m_fields.sourceAppName; }
-    const std::optional<QString> &sourceAppBundleId() const { return m_fields.sourceAppBundleId; }
+    std::optional<QString> sourceAppName() const { return present(m_fields.sourceAppName); }
+    std::optional<QString> sourceAppBundleId() const { return present(m_fields.sourceAppBundleId); }
     const QDateTime &createdAt() const { return m_fields.createdAt; }
     /// User-perceived characters of the content as it was at creation, or as set since.
     qint64 characterCount() const { return m_fields.characterCount; }
@@ -116,6 +116,11 @@ public:
 private:
     friend class ModelContext;
 
+    /// An entry is there ten thousand times: absence is a null text, not a flag beside it.
+    static std::optional<QString> present(const QString &text)
+    {
+        return text.isNull() ? std::nullopt : std::optional(text);
+    }
     bool isContentResident() const { return m_fields.content.size() == m_fields.contentSize; }
     /// After a save: lets go of what the row holds from now on.
     void releaseBytes(const ItemByteReader *reader);

@@ -37,12 +37,12 @@ void Statement::bind(int parameter, const QString &value)
         static_cast<sqlite3_uint64>(utf8.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
-void Statement::bind(int parameter, const std::optional<QString> &value)
+void Statement::bindOrNull(int parameter, const QString &value)
 {
-    if (value)
-        bind(parameter, *value);
-    else
+    if (value.isNull())
         sqlite3_bind_null(m_statement.get(), parameter);
+    else
+        bind(parameter, value);
 }
 
 void Statement::bind(int parameter, const QUuid &value)
@@ -63,13 +63,13 @@ void Statement::bind(int parameter, const QDateTime &value)
     bind(parameter, static_cast<double>(value.toMSecsSinceEpoch()) / 1000.0);
 }
 
-void Statement::bindBlob(int parameter, const std::optional<QByteArray> &value)
+void Statement::bindBlobOrNull(int parameter, const QByteArray &value)
 {
-    if (value)
-        sqlite3_bind_blob64(m_statement.get(), parameter, value->constData(),
-            static_cast<sqlite3_uint64>(value->size()), SQLITE_STATIC);
-    else
+    if (value.isNull())
         sqlite3_bind_null(m_statement.get(), parameter);
+    else
+        sqlite3_bind_blob64(m_statement.get(), parameter, value.constData(),
+            static_cast<sqlite3_uint64>(value.size()), SQLITE_STATIC);
 }
 
 Result<bool> Statement::step()

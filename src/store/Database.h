@@ -27,13 +27,14 @@ public:
     /// Text, UTF-8. The bytes must stay until the statement has been run.
     void bindText(int parameter, QByteArrayView utf8);
     void bind(int parameter, const QString &value);
-    void bind(int parameter, const std::optional<QString> &value);
+    /// A text, or NULL for a null one.
+    void bindOrNull(int parameter, const QString &value);
     void bind(int parameter, const QUuid &value);
     void bind(int parameter, const std::optional<QUuid> &value);
     /// Seconds since 1970 UTC.
     void bind(int parameter, const QDateTime &value);
-    /// A blob. The bytes must stay until the statement has been run.
-    void bindBlob(int parameter, const std::optional<QByteArray> &value);
+    /// A blob, or NULL for a null one. The bytes must stay until the statement has been run.
+    void bindBlobOrNull(int parameter, const QByteArray &value);
 
     /// One step: true with a row, false at the end.
     Result<bool> step();

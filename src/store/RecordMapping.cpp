@@ -14,9 +14,10 @@ QString shared(const QString &text)
     return *texts.insert(text);
 }
 
-std::optional<QString> shared(const std::optional<QString> &text)
+/// Null when the text is absent.
+QString shared(const std::optional<QString> &text)
 {
-    return text ? std::optional(shared(*text)) : std::nullopt;
+    return text ? shared(text->isNull() ? QStringLiteral("") : *text) : QString();
 }
 
 } // namespace
@@ -25,7 +26,8 @@ const char *RecordMapping<ClipboardItem>::selectAll()
 {
     // 16384 characters are at least as many bytes: such a content is long, and is read in pieces instead.
     return "SELECT rowid, id, type, sourceAppName, sourceAppBundleId, isPinned, createdAt, characterCount, "
-           "categoryId, CASE WHEN characterCount > 16384 THEN NULL ELSE content END, typeof(imageData) <> 'null' "
+           "categoryId, CASE WHEN characterCount > 16384 THEN NULL ELSE content END, typeof(imageData) <> "
+           "'null' "
            "FROM ClipboardItem ORDER BY rowid";
 }
 
@@ -51,8 +53,8 @@ void RecordMapping<ClipboardItem>::bind(Statement &statement, const ClipboardIte
 {
     statement.bind(1, fields.id);
     statement.bindText(2, storedText(fields.type));
-    statement.bind(3, fields.sourceAppName);
-    statement.bind(4, fields.sourceAppBundleId);
+    statement.bindOrNull(3, fields.sourceAppName);
+    statement.bindOrNull(4, fields.sourceAppBundleId);
     statement.bind(5, fields.isPinned);
     statement.bind(6, fields.createdAt);
     statement.bind(7, fields.characterCount);
@@ -60,7 +62,7 @@ void RecordMapping<ClipboardItem>::bind(Statement &statement, const ClipboardIte
     // Of a long content that is only in the row, the row keeps it.
     if (fields.content.size() == fields.contentSize)
         statement.bindText(9, fields.content);
-    statement.bindBlob(10, fields.imageData);
+    statement.bindBlobOrNull(10, fields.imageData);
 }
 
 void RecordMapping<ClipboardItem>::bindUpdate(

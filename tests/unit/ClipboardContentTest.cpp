@@ -39,7 +39,7 @@ TEST(ClipboardTargets, TextsAreAskedForBestFirst)
 {
     const auto plan = fetchPlan({"STRING", "text/plain", "TEXT", "UTF8_STRING", "text/plain;charset=utf-8"});
     EXPECT_EQ(
-        plan.texts, QByteArrayList({"text/plain;charset=utf-8", "UTF8_STRING", "text/plain", "STRING"}));
+        plan.texts, QByteArrayList({"UTF8_STRING", "text/plain;charset=utf-8", "text/plain", "STRING"}));
     EXPECT_TRUE(plan.extras.isEmpty());
 }
 

@@ -160,7 +160,7 @@ TEST(SavedClipboardItem, KeepsNoImageBytesInMemoryAndReadsThemWhenAsked)
         "Image (0 KB)", ClipboardItemType::Image, png, std::nullopt, std::nullopt, false);
     store.context().insert(item);
     ASSERT_TRUE(store.context().save());
-    EXPECT_FALSE(item->fields().imageData);
+    EXPECT_TRUE(item->fields().imageData.isNull());
     EXPECT_TRUE(item->hasImageData());
     EXPECT_EQ(item->imageData(), png);
 }

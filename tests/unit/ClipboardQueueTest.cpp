@@ -127,15 +127,20 @@ TEST(ClipboardQueue, AnImageWaitsUntilItsPngIsThere)
     EXPECT_EQ(everything(queue), QByteArrayList({"after"}));
 }
 
-TEST(ClipboardQueue, EachImageOfAContentHasItsOwnPng)
+TEST(ClipboardQueue, OfTwoImagesTheFirstThatIsOneIsConverted)
 {
     ClipboardQueue queue;
     ClipboardReading both = image(PasteboardType::Tiff, "tiff");
-    both.values[PasteboardType::Png] = "broken";
+    both.values[PasteboardType::Png] = image(PasteboardType::Png, "png").values[PasteboardType::Png];
     queue.fill(queue.reserve(), both);
     ASSERT_TRUE(waitUntil([&] { return queue.advance(); }));
     EXPECT_TRUE(queue.pngRepresentation(PasteboardType::Tiff).has_value());
     EXPECT_EQ(queue.pngRepresentation(PasteboardType::Png), std::nullopt);
+    both.values[PasteboardType::Tiff] = "broken";
+    queue.fill(queue.reserve(), both);
+    ASSERT_TRUE(waitUntil([&] { return queue.advance(); }));
+    EXPECT_EQ(queue.pngRepresentation(PasteboardType::Tiff), std::nullopt);
+    EXPECT_TRUE(queue.pngRepresentation(PasteboardType::Png).has_value());
 }
 
 TEST(ClipboardQueue, DestructionDoesNotWaitForWhatIsInLine)

@@ -180,20 +180,15 @@ ClipboardReading readingOf(const ClipboardContent &content)
 
 void addPngRepresentations(ClipboardReading &reading)
 {
-    std::optional<QImage> first;
-    std::optional<QByteArray> firstPng;
     for (const PasteboardType type : {PasteboardType::Tiff, PasteboardType::Png}) {
         const auto found = reading.values.find(type);
-        const auto picture = found == reading.values.end() ? std::nullopt : image::decode(found->second);
-        if (!picture)
+        auto picture = found == reading.values.end() ? std::nullopt : image::decode(found->second);
+        auto png = picture ? image::pngRepresentation(std::move(*picture)) : std::nullopt;
+        if (!png)
             continue;
-        // One picture in two formats is the rule, and encoding is what takes long.
-        const bool isSame = first && firstPng && *first == *picture;
-        const auto png = isSame ? firstPng : image::pngRepresentation(*picture);
-        if (png)
-            reading.pngs[type] = *png;
-        first = picture;
-        firstPng = png;
+        // The other one is the same picture again, as a rule; encoding is what takes long.
+        reading.pngs[type] = std::move(*png);
+        break;
     }
     if (!reading.isImageOfAnyFormat)
         return;
