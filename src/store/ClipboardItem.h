@@ -50,15 +50,15 @@ public:
         QUuid id;
         QByteArray content; ///< the whole, or the first `HeadSize` bytes of a longer one
         qint64 contentSize = 0;
-        ClipboardItemType type = ClipboardItemType::Text;
-        QByteArray imageData; ///< only while it is not saved; null when there are none
-        bool hasImageData = false;
-        bool isPinned = false;
+        QByteArray imageData;      ///< only while it is not saved; null when there are none
         QString sourceAppName;     ///< null when it is not known
         QString sourceAppBundleId; ///< the same
         QDateTime createdAt;       ///< UTC
         qint64 characterCount = 0;
         std::optional<QUuid> categoryId;
+        ClipboardItemType type = ClipboardItemType::Text;
+        bool hasImageData = false;
+        bool isPinned = false;
     };
     explicit ClipboardItem(Fields fields)
         : m_fields(std::move(fields))

@@ -77,8 +77,7 @@ TEST(ClipboardItem, AFlagAndAComposedLetterCountAsOneEach)
 
 TEST(ClipboardItem, ChangingTheContentDoesNotCountAgain)
 {
-    ClipboardItem item = ClipboardItem(ClipboardItem::Fields{
-        QUuid::createUuid(), "abc", 3, ClipboardItemType::Text, {}, false, false, {}, {}, {}, 3, {}});
+    ClipboardItem item = itemOf(ClipboardItemType::Text, "abc");
     item.setContent("abcdef");
     EXPECT_EQ(item.characterCount(), 3);
     item.setCharacterCount(6);
