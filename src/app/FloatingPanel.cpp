@@ -2,11 +2,29 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPainterPath>
+
+namespace
+{
+
+/// A little outside the corners that the content draws, which are smooth where windows are composed.
+constexpr int CornerRadius = 15;
+
+QRegion roundedCorners()
+{
+    QPainterPath outline;
+    outline.addRoundedRect(QRectF(QPointF(), FloatingPanel::Size), CornerRadius, CornerRadius);
+    return QRegion(outline.toFillPolygon().toPolygon());
+}
+
+} // namespace
 
 FloatingPanel::FloatingPanel(MainQueue &queue)
     : m_queue(queue)
 {
     setTitle(QStringLiteral("Larkspool"));
+    // Where nobody composes windows, what is transparent is black: the corners are cut off instead.
+    setMask(roundedCorners());
     // A dialog: window managers centre it, tiling ones float it, and it gets the focus like any window.
     setFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setColor(Qt::transparent);

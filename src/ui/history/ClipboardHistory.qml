@@ -12,8 +12,6 @@ Rectangle {
 
     color: Theme.panel
     radius: Theme.panelRadius
-    border.width: 1
-    border.color: Theme.panelBorder
     focus: true
 
     Keys.onPressed: event => event.accepted = root.view.handleKey(event.key)
@@ -48,18 +46,18 @@ Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottomMargin: 2
-        topMargin: 14
-        bottomMargin: 14
         leftMargin: 16
         rightMargin: 16
         spacing: 12
         clip: true
         model: root.view.filteredItems
+        topMargin: Theme.listMargin
+        bottomMargin: Theme.listMargin
         currentIndex: root.view.selectedIndex
         highlightMoveDuration: 0
         highlightRangeMode: ListView.ApplyRange
-        preferredHighlightBegin: topMargin
-        preferredHighlightEnd: height - bottomMargin
+        preferredHighlightBegin: Theme.listMargin
+        preferredHighlightEnd: height - Theme.listMargin
         reuseItems: true
         boundsBehavior: Flickable.StopAtBounds
 
@@ -78,7 +76,8 @@ Rectangle {
             target: root.view
 
             function onWasReset() {
-                list.positionViewAtBeginning()
+                // positionViewAtBeginning would leave the margin out.
+                list.contentY = list.originY - list.topMargin
             }
         }
     }
@@ -89,5 +88,13 @@ Rectangle {
         text: "Copy something, and it is here."
         color: Theme.secondaryText
         font.pixelSize: 14
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: "transparent"
+        radius: root.radius
+        border.width: 1
+        border.color: Theme.panelBorder
     }
 }

@@ -9,7 +9,7 @@ QtObject {
     readonly property SystemPalette palette: SystemPalette {}
     readonly property bool isDark: palette.window.hslLightness < 0.5
 
-    readonly property color panel: isDark ? "#f218181c" : "#f7f7f7f8"
+    readonly property color panel: isDark ? "#18181c" : "#f7f7f8"
     readonly property color panelBorder: isDark ? "#33ffffff" : "#22000000"
     readonly property color separator: isDark ? "#1fffffff" : "#1a000000"
     readonly property color primaryText: isDark ? "#f2f2f5" : "#1c1c1e"
@@ -23,6 +23,7 @@ QtObject {
     readonly property color cardBorder: Qt.rgba(0.5, 0.5, 0.5, 0.3)
 
     readonly property int panelRadius: 16
+    readonly property int listMargin: 14
     readonly property int cardRadius: 14
     readonly property int cardHeight: 130
     readonly property int sidebarWidth: 76
