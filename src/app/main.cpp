@@ -1,13 +1,31 @@
 #include "app/AppDelegate.h"
 #include "app/MemoryPolicy.h"
 #include "app/TerminationSignals.h"
+#include "base/Console.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
 
+namespace
+{
+
+/// Whether there is a desktop to talk to; the toolkit would end the program with a core dump otherwise.
+bool hasDisplay()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+        !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+} // namespace
+
 int main(int argumentCount, char **arguments)
 {
     giveLargeBlocksBack();
+    if (!hasDisplay()) {
+        consoleLine(
+            QStringLiteral("[Larkspool] No desktop session: neither DISPLAY nor WAYLAND_DISPLAY is set"));
+        return 1;
+    }
     TerminationSignals terminationSignals;
     // Measured: starts faster, shows its first frame sooner and needs half the memory of a GPU's context.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))

@@ -1,5 +1,6 @@
 #include "base/UserDefaults.h"
 
+#include <QFile>
 #include <QSettings>
 #include <QStandardPaths>
 
@@ -19,9 +20,23 @@ std::optional<QByteArray> UserDefaults::data(const QString &key) const
     const QSettings settings(m_filePath, QSettings::IniFormat);
     if (!settings.contains(key))
         return std::nullopt;
-    const QVariant value = settings.value(key);
-    // An INI reader takes an unquoted comma for a list; the stored form of a hot key written by hand has one.
-    if (value.typeId() == QMetaType::QStringList)
-        return value.toStringList().join(QLatin1String(", ")).toUtf8();
-    return value.toByteArray();
+    // JSON that somebody wrote by hand, without the quotes and escapes that an INI reader wants around it.
+    if (const QByteArray written = writtenValue(key); written.startsWith('{'))
+        return written;
+    return settings.value(key).toByteArray();
+}
+
+QByteArray UserDefaults::writtenValue(const QString &key) const
+{
+    QFile file(m_filePath);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return {};
+    const QByteArray name = key.toUtf8();
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine().trimmed();
+        const qsizetype sign = line.indexOf('=');
+        if (sign > 0 && line.first(sign).trimmed() == name)
+            return line.sliced(sign + 1).trimmed();
+    }
+    return {};
 }

@@ -20,5 +20,8 @@ public:
     std::optional<QByteArray> data(const QString &key) const;
 
 private:
+    /// The value as it stands in the file.
+    QByteArray writtenValue(const QString &key) const;
+
     QString m_filePath;
 };

@@ -29,12 +29,12 @@ public:
 
 /// Posts synthetic key events to whatever program has the keyboard focus.
 ///
-/// Life cycle: made by loadEventPoster(); asked and used at any time on the main thread; events that wait for a
-/// held key (below) are dropped when it is destroyed.
+/// Life cycle: made by loadEventPoster(); asked and used at any time on the main thread; events that wait for
+/// a held key (below) are dropped when it is destroyed.
 ///
-/// The one chord that is posted is Command-V, "paste". A back end turns it into the chord that the focused program
-/// takes for paste, and finds the key by its symbol in the active layout. Keys that the user still holds do not
-/// mix with it: the chord waits for their release, up to 2 s, and is then posted all the same.
+/// The one chord that is posted is Command-V, "paste". A back end turns it into the chord that the focused
+/// program takes for paste, and finds the key by its symbol in the active layout. Keys that the user still
+/// holds do not mix with it: the chord waits for their release, up to 2 s, and is then posted all the same.
 class EventPoster
 {
 public:
@@ -51,8 +51,7 @@ public:
 
     /// A key event; null when it cannot be made.
     virtual std::unique_ptr<KeyEvent> createKeyboardEvent(
-        const EventSource *source, quint16 keyCode, KeyMotion motion)
-        = 0;
+        const EventSource *source, quint16 keyCode, KeyMotion motion) = 0;
 
     /// Injects the event. Whether it has an effect is not known.
     virtual void post(EventTapLocation location, const KeyEvent &event) = 0;

@@ -42,11 +42,12 @@ enum HotKeyStatus : int {
 
 /// System-wide hot keys.
 ///
-/// Life cycle: 1. made by loadHotKeyCenter(); 2. `installEventHandler`, as often as wanted: the last one counts;
-/// 3. `registerEventHotKey`, whose result holds the combination until it is destroyed; the centre may go first.
-/// While it is held, the combination works whatever the lock keys (Caps, Num, Scroll) say, follows a change of the
-/// keyboard's layout, and other programs do not see the press. A press that the keyboard repeats counts once.
-/// Thread: the main thread, the handler included.
+/// Life cycle: 1. made by loadHotKeyCenter(); 2. `installEventHandler`, as often as wanted: the last one
+/// counts;
+/// 3. `registerEventHotKey`, whose result holds the combination until it is destroyed; the centre may go
+/// first. While it is held, the combination works whatever the lock keys (Caps, Num, Scroll) say, follows a
+/// change of the keyboard's layout, and other programs do not see the press. A press that the keyboard
+/// repeats counts once. Thread: the main thread, the handler included.
 class HotKeyCenter
 {
 public:

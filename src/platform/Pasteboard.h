@@ -24,7 +24,10 @@ class PasteboardItem
 {
 public:
     PasteboardItem() = default;
-    explicit PasteboardItem(std::map<PasteboardType, QByteArray> strings) : m_strings(std::move(strings)) {}
+    explicit PasteboardItem(std::map<PasteboardType, QByteArray> strings)
+        : m_strings(std::move(strings))
+    {
+    }
 
     /// The text of the type as well-formed UTF-8; nothing when the item does not have the type.
     std::optional<QByteArray> string(PasteboardType type) const
@@ -37,8 +40,8 @@ private:
     std::map<PasteboardType, QByteArray> m_strings;
 };
 
-/// An image to be written: the bytes of an image file in any format that Qt reads. Larkspool stores PNG and the
-/// formats of copied image files.
+/// An image to be written: the bytes of an image file in any format that Qt reads. Larkspool stores PNG and
+/// the formats of copied image files.
 struct PasteboardImage {
     QByteArray encoded;
 };
@@ -50,19 +53,23 @@ struct PasteboardUrl {
 
 using PasteboardObject = std::variant<PasteboardImage, PasteboardUrl>;
 
-/// The general pasteboard: content that is simply there, with a counter, whoever wrote it and whether or not that
-/// program still runs.
+/// The general pasteboard: content that is simply there, with a counter, whoever wrote it and whether or not
+/// that program still runs.
 ///
 /// Life cycle:
-///  1. Made by loadPasteboard(). What the desktop's clipboard holds then is content number `changeCount()`, or
+///  1. Made by loadPasteboard(). What the desktop's clipboard holds then is content number `changeCount()`,
+///  or
 ///     becomes a content that waits, a moment later.
-///  2. Contents that other programs write are fetched in the background, each with a deadline and a byte cap. A
-///     finished one waits in line; `advance()` makes the next one current. None is lost while fewer wait than the
-///     back end's bound; beyond it the oldest waiting one is dropped, with a line on the console.
+///  2. Contents that other programs write are fetched in the background, each with a deadline and a byte cap.
+///  A
+///     finished one waits in line; `advance()` makes the next one current. None is lost while fewer wait than
+///     the back end's bound; beyond it the oldest waiting one is dropped, with a line on the console.
 ///  3. Reading shows the current content, without waiting for anybody.
-///  4. `clearContents()` starts a content of this program's own, which joins the line like anybody's; `setString`
+///  4. `clearContents()` starts a content of this program's own, which joins the line like anybody's;
+///  `setString`
 ///     and `writeObjects` add to it.
-///  5. Destroyed: background work is cancelled; content of this program's own goes with it, unless the desktop
+///  5. Destroyed: background work is cancelled; content of this program's own goes with it, unless the
+///  desktop
 ///     keeps it.
 ///
 /// Thread: the main thread only, but for the callback named below. No call blocks on another program.
@@ -85,9 +92,10 @@ public:
     /// The bytes of a type on the whole current content; nothing when it does not have the type.
     virtual std::optional<QByteArray> data(PasteboardType type) const = 0;
 
-    /// The image bytes of the type (`Tiff` or `Png`), decoded and encoded afresh as PNG; nothing when the type is
-    /// not there or its bytes are no image. Costs nothing to ask: a back end converts before a content is finished. It
-    /// converts the first of the two types, in this order, that is an image, and may have nothing for the other.
+    /// The image bytes of the type (`Tiff` or `Png`), decoded and encoded afresh as PNG; nothing when the
+    /// type is not there or its bytes are no image. Costs nothing to ask: a back end converts before a
+    /// content is finished. It converts the first of the two types, in this order, that is an image, and may
+    /// have nothing for the other.
     virtual std::optional<QByteArray> pngRepresentation(PasteboardType type) const = 0;
 
     /// Starts a new, empty content of this program's own and takes the clipboard over.

@@ -20,8 +20,8 @@ public:
     /// Its process, or -1 when it is not known.
     virtual qint64 processIdentifier() const = 0;
 
-    /// Asks the desktop to bring the window that was in front to the front again, with keyboard focus. The desktop
-    /// may take its time or refuse; `isActive` tells.
+    /// Asks the desktop to bring the window that was in front to the front again, with keyboard focus. The
+    /// desktop may take its time or refuse; `isActive` tells.
     virtual void activate() = 0;
 
     /// Whether it is the frontmost application now.

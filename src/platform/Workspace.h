@@ -6,8 +6,8 @@
 
 /// The desktop's view of running programs.
 ///
-/// Life cycle: made once by loadWorkspace(), asked at any time, main thread only. It follows the desktop's own
-/// announcements, so that a call reads what is known and waits for no other program.
+/// Life cycle: made once by loadWorkspace(), asked at any time, main thread only. It follows the desktop's
+/// own announcements, so that a call reads what is known and waits for no other program.
 class Workspace
 {
 public:

@@ -1,5 +1,7 @@
 #include "store/ModelContext.h"
 
+#include "store/Schema.h"
+
 #include <array>
 #include <cstring>
 
@@ -43,10 +45,15 @@ Result<Success> ModelContext::save()
             },
             m_records);
     });
-    if (outcome)
-        std::apply([](auto &...sets) { (sets.didWrite(), ...); }, m_records);
-    else if (onSaveFailed)
-        onSaveFailed();
+    if (!outcome) {
+        if (onSaveFailed)
+            onSaveFailed();
+        return outcome;
+    }
+    const bool hadDeletions = records<ClipboardItem>().hasDeletions();
+    std::apply([](auto &...sets) { (sets.didWrite(), ...); }, m_records);
+    if (hadDeletions)
+        schema::giveFreePagesBack(m_database);
     return outcome;
 }
 

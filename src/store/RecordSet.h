@@ -41,6 +41,7 @@ public:
 
     const Records &records() const { return m_records; }
     bool hasChanges() const;
+    bool hasDeletions() const { return !m_deletions.empty(); }
     /// The owner of a record of this set; null when it is not in the set.
     std::shared_ptr<Model> shared(const Model &record) const;
 

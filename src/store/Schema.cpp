@@ -94,4 +94,16 @@ Result<Success> prepare(Database &database)
     return Success();
 }
 
+void giveFreePagesBack(Database &database)
+{
+    // 8 MiB of pages: new entries use fewer up soon by themselves.
+    constexpr qint64 Worthwhile = 2048;
+    const auto freePages = database.integer("PRAGMA freelist_count");
+    const auto allPages = database.integer("PRAGMA page_count");
+    if (!freePages || !allPages || freePages.value() < Worthwhile)
+        return;
+    const bool isMostlyFree = freePages.value() > allPages.value() / 2;
+    (void)database.execute(isMostlyFree ? "PRAGMA incremental_vacuum" : "PRAGMA incremental_vacuum(512)");
+}
+
 } // namespace schema

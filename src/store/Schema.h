@@ -20,4 +20,8 @@ inline constexpr qint64 ApplicationId = 0x4C524B53;
 /// from a newer version or not a database.
 Result<Success> prepare(Database &database);
 
+/// Gives pages that deletions have freed back to the file system, a part of them at a time, or all when most
+/// of the file is free. Cheap when there are few.
+void giveFreePagesBack(Database &database);
+
 } // namespace schema

@@ -4,6 +4,7 @@
 #include "support/TemporaryStore.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -231,6 +232,22 @@ TEST_F(Context, NamesTheOldestUnpinnedEntriesBeyondALimit)
     EXPECT_TRUE(m_store.context().unpinnedItemsBeyond(4).empty());
     third->setPinned(true);
     EXPECT_EQ(m_store.context().unpinnedItemsBeyond(2), std::vector{second});
+}
+
+TEST_F(Context, TheFileShrinksWhenALargeHistoryIsDeleted)
+{
+    for (int i = 0; i < 30; ++i) {
+        m_store.context().insert(std::make_shared<ClipboardItem>("picture", ClipboardItemType::Image,
+            QByteArray(1'000'000, static_cast<char>(i)), std::nullopt, std::nullopt, false, m_clock));
+    }
+    ASSERT_TRUE(m_store.context().save());
+    m_store.reopen();
+    ASSERT_GT(QFileInfo(m_store.filePath()).size(), 30'000'000);
+    for (const auto &item : m_store.context().fetch<ClipboardItem>())
+        m_store.context().remove(item);
+    ASSERT_TRUE(m_store.context().save());
+    m_store.reopen();
+    EXPECT_LT(QFileInfo(m_store.filePath()).size(), 1'000'000);
 }
 
 TEST_F(Context, ARowWrittenByAnotherProgramIsRead)

@@ -240,7 +240,9 @@ bool X11Desktop::isSameProgram(const X11Window &one, const X11Window &other)
 {
     if (one.identity.processIdentifier > 0 && other.identity.processIdentifier > 0)
         return one.identity.processIdentifier == other.identity.processIdentifier;
-    return !one.identity.className.isEmpty() && one.identity.className == other.identity.className;
+    if (one.identity.className.isEmpty() && other.identity.className.isEmpty())
+        return one.id == other.id;
+    return one.identity.className == other.identity.className;
 }
 
 std::optional<X11Window> X11Desktop::topmostLike(const X11Window &window)

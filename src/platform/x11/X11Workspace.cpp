@@ -41,7 +41,7 @@ public:
     bool isActive() const override
     {
         const auto active = m_desktop->activeWindow();
-        return active && (active->id == m_window.id || X11Desktop::isSameProgram(*active, m_window));
+        return active && X11Desktop::isSameProgram(*active, m_window);
     }
 
 private:
