@@ -19,7 +19,14 @@ void saveNewText(benchmark::State &state)
             state.SkipWithError("the save failed");
     }
 }
-BENCHMARK(saveNewText)->Arg(100)->Arg(10'000)->Arg(100'000)->Iterations(400)->UseRealTime();
+BENCHMARK(saveNewText)
+    ->Arg(100)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Iterations(400)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly()
+    ->UseRealTime();
 
 /// The same bytes with nothing but SQLite.
 void bareInsertAndCommit(benchmark::State &state)
@@ -30,7 +37,14 @@ void bareInsertAndCommit(benchmark::State &state)
     for (auto step : state)
         bare.insertAndCommit(History::distinctText(TextSize));
 }
-BENCHMARK(bareInsertAndCommit)->Arg(100)->Arg(10'000)->Arg(100'000)->Iterations(400)->UseRealTime();
+BENCHMARK(bareInsertAndCommit)
+    ->Arg(100)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Iterations(400)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly()
+    ->UseRealTime();
 
 /// Whether a text that is not there is in a history of `range(0)` entries.
 void duplicateCheckMiss(benchmark::State &state)
@@ -40,7 +54,7 @@ void duplicateCheckMiss(benchmark::State &state)
     for (auto step : state)
         benchmark::DoNotOptimize(history.context().newestItem(ClipboardItemType::Text, text));
 }
-BENCHMARK(duplicateCheckMiss)->Arg(100)->Arg(10'000)->Arg(100'000);
+BENCHMARK(duplicateCheckMiss)->Arg(100)->Arg(10'000)->Arg(100'000)->Repetitions(5)->ReportAggregatesOnly();
 
 /// The same for one that is there.
 void duplicateCheckHit(benchmark::State &state)
@@ -51,7 +65,7 @@ void duplicateCheckHit(benchmark::State &state)
     for (auto step : state)
         benchmark::DoNotOptimize(history.context().newestItem(ClipboardItemType::Text, text));
 }
-BENCHMARK(duplicateCheckHit)->Arg(100)->Arg(10'000)->Arg(100'000);
+BENCHMARK(duplicateCheckHit)->Arg(100)->Arg(10'000)->Arg(100'000)->Repetitions(5)->ReportAggregatesOnly();
 
 /// Which entries a new copy prunes from a history of `range(0)` entries.
 void pruneCheck(benchmark::State &state)
