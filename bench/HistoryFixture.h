@@ -12,6 +12,8 @@ public:
 
     ModelContainer &container() { return *m_container; }
     ModelContext &context() { return m_container->mainContext(); }
+    /// Closes the store; only its folder is left.
+    void close() { m_container.reset(); }
     QString folder() const { return m_folder.path(); }
 
     /// A text of the size that no other call has given.

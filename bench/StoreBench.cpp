@@ -79,7 +79,8 @@ BENCHMARK(pruneCheck)->Arg(100)->Arg(10'000)->Arg(100'000);
 /// Opening a history of `range(0)` entries.
 void openStore(benchmark::State &state)
 {
-    const History history(static_cast<int>(state.range(0)), TextSize);
+    History history(static_cast<int>(state.range(0)), TextSize);
+    history.close();
     for (auto step : state) {
         benchmark::DoNotOptimize(
             ModelContainer::open(history.folder() + QStringLiteral("/larkspool/larkspool.sqlite")));

@@ -30,6 +30,7 @@ function(larkspool_gtest name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ${arg_LIBRARIES})
     gtest_discover_tests(${name}
+        NO_PRETTY_VALUES
         DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS ${arg_LABEL} TIMEOUT 300 ENVIRONMENT "${arg_ENVIRONMENT}")
 endfunction()

@@ -6,6 +6,8 @@
 #include <QGuiApplication>
 #include <QQuickWindow>
 
+#include <csignal>
+
 namespace
 {
 
@@ -26,6 +28,8 @@ int main(int argumentCount, char **arguments)
             QStringLiteral("[Larkspool] No desktop session: neither DISPLAY nor WAYLAND_DISPLAY is set"));
         return 1;
     }
+    // Somebody who stops reading the program's lines does not end it.
+    std::signal(SIGPIPE, SIG_IGN);
     TerminationSignals terminationSignals;
     // Measured: starts faster, shows its first frame sooner and needs half the memory of a GPU's context.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))

@@ -39,8 +39,7 @@ constexpr bool isInvolved(quint8 byte)
 qint64 clustersByRules(QByteArrayView utf8)
 {
     UErrorCode status = U_ZERO_ERROR;
-    // One iterator for the process's main thread would save 20 microseconds a copy; a copy is not that
-    // frequent, but a text may have many involved stretches.
+    // Made once: a text may have many involved stretches.
     static thread_local const std::unique_ptr<icu::BreakIterator> Iterator(
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
     if (!Iterator)

@@ -10,7 +10,7 @@ namespace text
 {
 
 /// The number of user-perceived characters: extended grapheme clusters of Unicode's UAX #29. A flag, a joined
-/// emoji, a letter with its combining marks and CR LF each count as one. Malformed bytes count one each.
+/// emoji, a letter with its combining marks and CR LF each count as one. The text must be well-formed.
 qint64 characterCount(QByteArrayView utf8);
 
 /// The text without white space and line breaks at both ends (Unicode White_Space); a view into the same

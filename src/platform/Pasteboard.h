@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QByteArray>
-#include <QMetaType>
 
-#include <functional>
 #include <map>
 #include <optional>
 #include <variant>
@@ -72,7 +70,7 @@ using PasteboardObject = std::variant<PasteboardImage, PasteboardUrl>;
 ///  desktop
 ///     keeps it.
 ///
-/// Thread: the main thread only, but for the callback named below. No call blocks on another program.
+/// Thread: the main thread only. No call blocks on another program.
 ///
 /// A content that its writer marked as secret has a number like any, and no items.
 class Pasteboard

@@ -9,13 +9,55 @@
 namespace
 {
 
-/// Parses a text as an address: the text itself decides, nothing is completed or mended.
+/// No address is as long; a long text is not worth a parser's time and memory.
+constexpr qsizetype LongestUrl = 1024 * 1024;
+
+/// Whether a text is an address: the text itself decides, nothing is completed or mended.
 bool parsesAsUrl(const QByteArray &text)
 {
-    // No address is as long; a long text is not worth a parser's time and memory.
-    constexpr qsizetype LongestUrl = 1024 * 1024;
     return !text.isEmpty() && text.size() <= LongestUrl &&
         QUrl(QString::fromUtf8(text), QUrl::StrictMode).isValid();
+}
+
+/// The same for a path, in which blanks and other characters stand unescaped.
+bool parsesAsPath(const QByteArray &text)
+{
+    return !text.isEmpty() && text.size() <= LongestUrl &&
+        QUrl(QString::fromUtf8(text), QUrl::TolerantMode).isValid();
+}
+
+/// What an entry puts on the pasteboard.
+struct Writing {
+    std::optional<QByteArray> string;
+    std::vector<PasteboardObject> objects;
+};
+
+Writing writingOf(const ClipboardItem &item)
+{
+    switch (item.type()) {
+    case ClipboardItemType::Text:
+    case ClipboardItemType::RichText:
+        return {item.contentUtf8(), {}};
+    case ClipboardItemType::Image: {
+        const auto encoded = item.imageData();
+        if (encoded && image::decode(*encoded))
+            return {std::nullopt, {PasteboardImage{*encoded}}};
+        break;
+    }
+    case ClipboardItemType::Url: {
+        const QByteArray address = item.contentUtf8();
+        if (parsesAsUrl(address))
+            return {address, {PasteboardUrl{address}}};
+        break;
+    }
+    case ClipboardItemType::File: {
+        const QByteArray path = item.contentUtf8();
+        if (parsesAsPath(path))
+            return {std::nullopt, {PasteboardUrl{path}}};
+        break;
+    }
+    }
+    return {};
 }
 
 } // namespace
@@ -83,33 +125,13 @@ void ClipboardItem::setContent(QByteArray content)
 
 void ClipboardItem::copyToPasteboard(Pasteboard &pasteboard) const
 {
+    // Read and decoded first: nobody sees the pasteboard empty meanwhile.
+    const Writing writing = writingOf(*this);
     pasteboard.clearContents();
-    switch (m_fields.type) {
-    case ClipboardItemType::Text:
-    case ClipboardItemType::RichText:
-        pasteboard.setString(contentUtf8());
-        break;
-    case ClipboardItemType::Image: {
-        const auto encoded = imageData();
-        if (encoded && image::decode(*encoded))
-            pasteboard.writeObjects({PasteboardImage{*encoded}});
-        break;
-    }
-    case ClipboardItemType::Url: {
-        const QByteArray address = contentUtf8();
-        if (!parsesAsUrl(address))
-            break;
-        pasteboard.setString(address);
-        pasteboard.writeObjects({PasteboardUrl{address}});
-        break;
-    }
-    case ClipboardItemType::File: {
-        const QByteArray path = contentUtf8();
-        if (parsesAsUrl(path))
-            pasteboard.writeObjects({PasteboardUrl{path}});
-        break;
-    }
-    }
+    if (writing.string)
+        pasteboard.setString(*writing.string);
+    if (!writing.objects.empty())
+        pasteboard.writeObjects(writing.objects);
 }
 
 bool ClipboardItem::newestFirst(const ClipboardItem &a, const ClipboardItem &b)

@@ -48,8 +48,8 @@ public:
     /// The fields as they are stored.
     struct Fields {
         QUuid id;
-        QByteArray content; ///< the whole, or the first `HeadSize` bytes of a longer one
-        qint64 contentSize = 0;
+        QByteArray content;        ///< the whole, or the first `HeadSize` bytes of a longer one
+        qint64 contentSize = 0;    ///< negative when the row could not be read
         QByteArray imageData;      ///< only while it is not saved; null when there are none
         QString sourceAppName;     ///< null when it is not known
         QString sourceAppBundleId; ///< the same
@@ -102,7 +102,7 @@ public:
     void setContent(QByteArray content);
     void setCharacterCount(qint64 count) { assign(m_fields.characterCount, count); }
 
-    /// Puts the entry on the pasteboard. Clears it first and always: an entry that cannot be written (image
+    /// Puts the entry on the pasteboard. Clears it always: an entry that cannot be written (image
     /// bytes absent or broken, an address that does not parse) leaves it empty rather than with what was
     /// there before. A `RichText` is written as plain text, a `Url` as text and address, a `File` as an
     /// address alone, with its path as it stands.

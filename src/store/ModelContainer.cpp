@@ -38,12 +38,16 @@ Result<std::unique_ptr<ModelContainer>> ModelContainer::open(const QString &file
     };
     if (const auto folder = makeFolder(QFileInfo(filePath).path()); !folder)
         return failure(folder.error());
+    auto lock = StoreLock::acquire(QFileInfo(filePath).path() + QStringLiteral("/larkspool.lock"));
+    if (!lock)
+        return failure(lock.error());
     auto database = Database::open(filePath);
     if (!database)
         return failure(database.error());
     if (const auto prepared = schema::prepare(*database.value()); !prepared)
         return failure(prepared.error());
-    auto container = std::unique_ptr<ModelContainer>(new ModelContainer(std::move(database).value()));
+    auto container = std::unique_ptr<ModelContainer>(
+        new ModelContainer(std::move(lock).value(), std::move(database).value()));
     if (const auto loaded = container->m_mainContext->load(); !loaded) {
         container->m_database->leaveFileAlone();
         return failure(loaded.error());
@@ -51,8 +55,9 @@ Result<std::unique_ptr<ModelContainer>> ModelContainer::open(const QString &file
     return container;
 }
 
-ModelContainer::ModelContainer(std::unique_ptr<Database> database)
-    : m_database(std::move(database))
+ModelContainer::ModelContainer(std::unique_ptr<StoreLock> lock, std::unique_ptr<Database> database)
+    : m_lock(std::move(lock))
+    , m_database(std::move(database))
     , m_mainContext(std::make_unique<ModelContext>(*m_database))
 {
 }

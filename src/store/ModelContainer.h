@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/ModelContext.h"
+#include "store/StoreLock.h"
 
 #include <memory>
 
@@ -15,15 +16,17 @@ public:
     static QString defaultFilePath();
 
     /// Opens the file, making it and its folder (mode 0700) when they are missing. A file that cannot be used
-    /// is left as it is, and the error says why.
+    /// is left as it is, and the error says why. One process at a time has it open (`larkspool.lock` beside
+    /// it).
     static Result<std::unique_ptr<ModelContainer>> open(const QString &filePath);
     ~ModelContainer();
 
     ModelContext &mainContext() { return *m_mainContext; }
 
 private:
-    explicit ModelContainer(std::unique_ptr<Database> database);
+    ModelContainer(std::unique_ptr<StoreLock> lock, std::unique_ptr<Database> database);
 
+    std::unique_ptr<StoreLock> m_lock;
     std::unique_ptr<Database> m_database;
     std::unique_ptr<ModelContext> m_mainContext;
 };

@@ -10,13 +10,11 @@ ModelContext::ModelContext(Database &database)
     , m_itemIndex(records<ClipboardItem>())
 {
     records<ClipboardItem>().onStored = [this](ClipboardItem &item) { itemStored(item); };
+    // Its row is gone, and its number may be another's soon.
+    records<ClipboardItem>().onLeft = [](ClipboardItem &item) { item.m_reader = nullptr; };
 }
 
-ModelContext::~ModelContext()
-{
-    for (const auto &item : records<ClipboardItem>().records())
-        item->m_reader = nullptr;
-}
+ModelContext::~ModelContext() = default;
 
 Result<Success> ModelContext::load()
 {
@@ -86,7 +84,6 @@ void ModelContext::itemStored(ClipboardItem &item)
 {
     // A long content is not loaded with the row; its size and beginning are.
     if (item.m_fields.contentSize < 0) {
-        item.m_fields.contentSize = 0;
         if (const auto blob = m_database.openBlob("ClipboardItem", "content", item.rowId())) {
             item.m_fields.contentSize = blob.value().size();
             QByteArray head(qMin(blob.value().size(), ClipboardItem::HeadSize), Qt::Uninitialized);

@@ -38,6 +38,8 @@ public:
 
     /// Called for each record that a load has brought or a save has written.
     std::function<void(Model &)> onStored;
+    /// Called for each record that leaves the set.
+    std::function<void(Model &)> onLeft;
 
     const Records &records() const { return m_records; }
     bool hasChanges() const;
@@ -255,4 +257,6 @@ template<class Model>
 void RecordSet<Model>::detach(Model &record)
 {
     record.m_keeper = nullptr;
+    if (onLeft)
+        onLeft(record);
 }

@@ -202,7 +202,7 @@ TEST_P(HotKeyCenterContract, AReleasedCombinationIsNotHeardAndFreeForOthers)
     hotKey.ref.reset();
     world().press(V, CommandShift);
     EXPECT_EQ(pressCountAfterMarker(), 0);
-    EXPECT_TRUE(world().takeElsewhere(V, CommandShift));
+    EXPECT_TRUE(waitUntil([&] { return world().takeElsewhere(V, CommandShift); }));
 }
 
 TEST_P(HotKeyCenterContract, ACombinationThatAnotherProgramHoldsExists)
@@ -250,7 +250,7 @@ TEST_P(HotKeyCenterContract, AHandlerMayReleaseTheCombination)
     });
     world().press(V, CommandShift);
     ASSERT_TRUE(waitUntil([&] { return count == 1; }));
-    EXPECT_TRUE(world().takeElsewhere(V, CommandShift));
+    EXPECT_TRUE(waitUntil([&] { return world().takeElsewhere(V, CommandShift); }));
 }
 
 TEST_P(HotKeyCenterContract, ARegistrationMayOutliveItsCenter)

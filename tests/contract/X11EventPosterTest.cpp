@@ -158,12 +158,7 @@ TEST_F(X11EventPosterTest, PostsNothingWherePrimaryWouldBeSomethingElse)
     paste();
     ASSERT_TRUE(waitUntil([&] { return picture.requests().contains("UTF8_STRING"); }));
     // The next chord comes after the dropped one.
-    queue().drain();
     focusOn("org.example.Editor");
-    ASSERT_TRUE(waitUntil([&] {
-        queue().drain();
-        return true;
-    }));
     paste();
     ASSERT_TRUE(waitUntil([&] {
         queue().drain();
@@ -218,11 +213,18 @@ TEST_F(X11EventPosterTest, UsesTheLatinGroupsKeyUnderACyrillicOne)
     EXPECT_TRUE(arrives(DvorakV, XCB_MOD_MASK_CONTROL));
 }
 
-TEST_F(X11EventPosterTest, UsesThePositionWhereNoLayoutHasTheLetter)
+TEST_F(X11EventPosterTest, PostsShiftInsertWhereNoLayoutHasTheLetter)
 {
     ASSERT_TRUE(robot().setLayout({QStringLiteral("ru"), QStringLiteral("-variant"), QStringLiteral("")}));
     paste();
-    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+    EXPECT_TRUE(arrives(KEY_INSERT, XCB_MOD_MASK_SHIFT));
+    SelectionOwner clipboard(Offer{{"UTF8_STRING", "pasted"}});
+    clipboard.own();
+    focusOn("org.gnome.Terminal");
+    paste();
+    EXPECT_TRUE(arrives(KEY_INSERT, XCB_MOD_MASK_SHIFT));
+    SelectionRequestor requestor("PRIMARY");
+    EXPECT_EQ(requestor.paste("UTF8_STRING").bytes, "pasted");
 }
 
 TEST_F(X11EventPosterTest, WaitsForTheReleaseOfHeldKeys)
@@ -266,14 +268,16 @@ TEST_F(X11EventPosterTest, PostsAfterTwoSecondsAllTheSameAndTakesTheKeyForStuck)
     program().forgetKeyPresses();
     paste();
     queue().advanceBy(milliseconds(1990));
-    ASSERT_TRUE(robot().setLayout({QStringLiteral("us")})); // takes a while, and nothing comes of it
+    // Whatever had been posted by now would arrive before this key.
+    robot().chord({KEY_A});
+    ASSERT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 1; }));
     for (const TestProgram::KeyPress &key : program().keyPresses())
-        EXPECT_EQ(key.keyCode, KEY_F12 + XkbOffset);
+        EXPECT_TRUE(key.keyCode == KEY_F12 + XkbOffset || key.keyCode == KEY_A + XkbOffset) << key.keyCode;
     program().forgetKeyPresses();
     queue().advanceBy(milliseconds(20));
-    EXPECT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 2; }));
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
     paste();
-    EXPECT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 4; }));
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
     robot().up(KEY_F12);
 }
 

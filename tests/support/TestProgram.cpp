@@ -18,7 +18,7 @@ TestProgram::TestProgram(const QByteArray &instance, const QByteArray &className
 
 TestProgram::~TestProgram() = default;
 
-xcb_window_t TestProgram::show(Focus focus)
+xcb_window_t TestProgram::show(Focus focus, std::chrono::milliseconds deadline)
 {
     xcb_connection_t *const connection = m_connection->get();
     const xcb_window_t window = xcb_generate_id(connection);
@@ -37,7 +37,7 @@ xcb_window_t TestProgram::show(Focus focus)
     if (focus == Focus::Takes)
         xcb_set_input_focus(connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
     m_connection->flush();
-    waitUntil([this] { return hasFocus(); });
+    waitUntil([this] { return hasFocus(); }, deadline);
     return window;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/x11/X11Connection.h"
 
+#include <chrono>
 #include <vector>
 
 /// A program with one window on the test's X server: on a connection of its own, driven by the test's event
@@ -13,10 +14,10 @@ public:
     TestProgram(const QByteArray &instance, const QByteArray &className, qint64 processIdentifier = -1);
     ~TestProgram();
 
-    /// Maps a window; with `Focus::Takes` it also takes the keyboard focus, as is needed without a window
-    /// manager.
     enum class Focus { Awaits, Takes };
-    xcb_window_t show(Focus focus);
+    /// Maps a window and waits until it has the keyboard focus; with `Focus::Takes` it takes it, as is needed
+    /// without a window manager.
+    xcb_window_t show(Focus focus, std::chrono::milliseconds deadline = std::chrono::seconds(10));
     void hide(xcb_window_t window);
     void close(xcb_window_t window);
     /// The window that `show` made last.

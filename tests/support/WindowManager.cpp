@@ -1,6 +1,7 @@
 #include "support/WindowManager.h"
 
 #include "platform/x11/X11Connection.h"
+#include "support/TestProgram.h"
 #include "support/Waiting.h"
 
 namespace
@@ -15,13 +16,12 @@ bool isThere(X11Connection &connection, const QByteArray &property)
     return reply && reply->type != XCB_ATOM_NONE;
 }
 
-/// Its last step at start is to take the focus from nobody in particular; a window that opens before is not
-/// given it.
-bool hasFocusBeenGiven(X11Connection &connection)
+/// While it starts, the focus that a new window was given may be taken back.
+bool givesFocus()
 {
-    const XcbReply<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
-    return reply && reply->focus != XCB_INPUT_FOCUS_POINTER_ROOT && reply->focus != XCB_INPUT_FOCUS_NONE;
+    TestProgram probe("probe", "Probe");
+    probe.show(TestProgram::Focus::Awaits, std::chrono::milliseconds(200));
+    return probe.hasFocus();
 }
 
 } // namespace
@@ -40,7 +40,7 @@ WindowManager::WindowManager()
     const auto connection = X11Connection::open();
     m_isRunning = connection && waitUntil([&] {
         return isThere(*connection, "_NET_SUPPORTING_WM_CHECK") && isThere(*connection, "_NET_SUPPORTED") &&
-            isThere(*connection, "_NET_CLIENT_LIST") && hasFocusBeenGiven(*connection);
+            isThere(*connection, "_NET_CLIENT_LIST") && givesFocus();
     });
 }
 

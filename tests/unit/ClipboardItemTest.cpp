@@ -128,6 +128,12 @@ TEST_F(CopyToPasteboard, AFileIsWrittenAsAnAddressAloneWithItsPathAsItStands)
     EXPECT_FALSE(string(PasteboardType::FileUrl));
 }
 
+TEST_F(CopyToPasteboard, AFileWithABlankInItsNameIsWrittenToo)
+{
+    copy(itemOf(ClipboardItemType::File, "/home/ann/Annual report 100%.pdf"));
+    EXPECT_EQ(string(PasteboardType::Url), "/home/ann/Annual report 100%.pdf");
+}
+
 TEST_F(CopyToPasteboard, AnImageIsWrittenAsAnImage)
 {
     copy(itemOf(ClipboardItemType::Image, "Image (0 KB)", pngOf(3, 2)));

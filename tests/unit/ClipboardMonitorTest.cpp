@@ -234,6 +234,15 @@ TEST_F(Monitor, TheFirstCategoryWithTheKindsNameIsAssigned)
     m_store.context().insert(lower);
     copy({{Type::String, "still none"}});
     EXPECT_FALSE(items().front()->categoryId());
+    std::vector<QUuid> ids;
+    for (const int sortOrder : {1, 2}) {
+        const auto category = std::make_shared<ClipCategory>(
+            QStringLiteral("Text"), QStringLiteral("#3F78F3"), QStringLiteral("doc"), sortOrder, false);
+        m_store.context().insert(category);
+        ids.push_back(category->id());
+    }
+    copy({{Type::String, "the first"}});
+    EXPECT_EQ(items().front()->categoryId(), ids.front());
 }
 
 TEST_F(Monitor, ANewCopyIntoAFullHistoryDeletesTheOldestUnpinnedEntry)

@@ -61,6 +61,15 @@ TEST_F(HistoryList, APreviewIsTrimmedAndBlanksAloneShowNothing)
     EXPECT_EQ(previews(model), (QStringList{QStringLiteral("two\nlines"), QString()}));
 }
 
+TEST_F(HistoryList, NothingOfALongTextIsShownButItsBeginning)
+{
+    HistoryListModel model(m_store.context(), m_clock);
+    add(QByteArray(5'000'000, 'x'));
+    ASSERT_TRUE(m_store.context().save());
+    for (const int role : model.roleNames().keys())
+        EXPECT_LT(model.index(0).data(role).toString().size(), 5000) << model.roleNames()[role].constData();
+}
+
 TEST_F(HistoryList, AFileShowsItsNameAndItsFolder)
 {
     HistoryListModel model(m_store.context(), m_clock);

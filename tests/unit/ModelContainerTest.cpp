@@ -73,6 +73,16 @@ TEST(ModelContainer, ClosesTheFolderOfAnOlderInstallationToOthers)
     EXPECT_FALSE(QFileInfo(folder).permissions() & (QFile::ReadGroup | QFile::ReadOther));
 }
 
+TEST(ModelContainer, ASecondOneIsRefusedUntilTheFirstIsGone)
+{
+    TemporaryStore store;
+    const auto second = ModelContainer::open(store.filePath());
+    ASSERT_FALSE(second);
+    EXPECT_TRUE(second.error().description.contains(QStringLiteral("another Larkspool has it open")));
+    store.reopen();
+    EXPECT_EQ(store.context().fetchCount<ClipboardItem>(), 0);
+}
+
 TEST(ModelContainer, MarksTheFileWithItsSchemaVersion)
 {
     TemporaryStore store;

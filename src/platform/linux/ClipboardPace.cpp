@@ -23,6 +23,7 @@ bool ClipboardPace::hasExpired(Time now) const
         return true;
     if (!m_holdsBackSince)
         return false;
-    return now - std::max(m_progress, *m_holdsBackSince) >= m_limits.heldBackWithoutProgress ||
+    const auto patience = m_makesPicture ? m_limits.heldBack : m_limits.heldBackWithoutProgress;
+    return now - std::max(m_progress, *m_holdsBackSince) >= patience ||
         now - *m_holdsBackSince >= m_limits.heldBack;
 }

@@ -11,7 +11,7 @@ struct ClipboardLimits {
     std::chrono::milliseconds noProgress{5000};
     /// And one that delivers, but slower than this, `noProgress` granted beyond.
     qint64 bytesPerSecond = 256LL * 1024;
-    /// A finished content waits so long for an earlier one that makes no progress.
+    /// A finished content waits so long for an earlier one that makes no progress, pictures aside.
     std::chrono::milliseconds heldBackWithoutProgress{250};
     /// And so long for one that does.
     std::chrono::milliseconds heldBack{2000};
@@ -37,6 +37,9 @@ public:
     }
 
     void progressed(Time now, qint64 bytes);
+    /// Whether the owner is making a picture, which takes it a while: later contents wait `heldBack` for it
+    /// then.
+    void setMakesPicture(bool makesPicture) { m_makesPicture = makesPicture; }
     /// A later content is finished and can not be shown before this one. The first call counts.
     void holdsBack(Time now);
     bool hasExpired(Time now) const;
@@ -47,4 +50,5 @@ private:
     Time m_progress;
     std::optional<Time> m_holdsBackSince;
     qint64 m_bytes = 0;
+    bool m_makesPicture = false;
 };

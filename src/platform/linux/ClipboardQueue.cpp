@@ -165,9 +165,10 @@ void ClipboardQueue::convert(qint64 number, int revision)
 void ClipboardQueue::dropBeyondLimits()
 {
     while (isBeyondLimits()) {
-        const auto oldest = std::find_if(m_line.begin(), m_line.end(),
-            [](const Content &content) { return content.state != State::Reserved; });
-        if (oldest == m_line.end() || oldest + 1 == m_line.end())
+        const auto isThere = [](const Content &content) { return content.state != State::Reserved; };
+        const auto oldest = std::find_if(m_line.begin(), m_line.end(), isThere);
+        // The newest one stays, however large: one that is only reserved may never come.
+        if (oldest == m_line.end() || std::none_of(oldest + 1, m_line.end(), isThere))
             return;
         consoleLine(QStringLiteral("[Larkspool] Dropped a waiting copy of %1 bytes: too many are waiting")
                         .arg(oldest->reading.byteCount()));

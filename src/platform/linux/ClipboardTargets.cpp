@@ -11,8 +11,8 @@ namespace
 // An owner may offer any number of formats; each one kept costs it a conversion.
 constexpr qsizetype MaximumExtras = 48;
 
-// The X11 name before the MIME type: one widespread toolkit turns line feeds into CR LF for the MIME type, and
-// leaves the text as it is for the other.
+// The X11 name before the MIME type: one widespread toolkit turns line feeds into CR LF for the MIME type,
+// and leaves the text as it is for the other.
 constexpr std::array TextTargets = {Utf8String, Utf8PlainText, PlainText, Latin1String};
 
 /// Small ones first: they are what tells a copy of files or of a link from a text.

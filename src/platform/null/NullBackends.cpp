@@ -6,7 +6,10 @@ namespace
 class FailingScript : public Script
 {
 public:
-    explicit FailingScript(const QString &reason) : m_reason(reason) {}
+    explicit FailingScript(const QString &reason)
+        : m_reason(reason)
+    {
+    }
     Result<Success> execute() override { return Error{m_reason}; }
 
 private:

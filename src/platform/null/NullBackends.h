@@ -8,7 +8,7 @@
 #include "platform/UnifiedLog.h"
 #include "platform/Workspace.h"
 
-/// A pasteboard without a desktop: it holds what this program writes, and nobody else writes or reads it.
+/// A pasteboard without a desktop: nobody else writes it, and what this program writes is read by nobody.
 class NullPasteboard : public Pasteboard
 {
 public:
@@ -62,7 +62,10 @@ class NullScriptingService : public ScriptingService
 {
 public:
     /// The reason, in plain words.
-    explicit NullScriptingService(QString reason) : m_reason(std::move(reason)) {}
+    explicit NullScriptingService(QString reason)
+        : m_reason(std::move(reason))
+    {
+    }
     std::unique_ptr<Script> compile(const QString &source) override;
 
 private:

@@ -286,15 +286,19 @@ void X11Clipboard::takeOverWithOwn()
         return;
     m_acquiredOwn = m_own.snapshot().number;
     QTimer::singleShot(TimeToWrite, &m_turns, [this] {
-        withServerTime([this](xcb_timestamp_t time) { acquire(Served::Own, time); });
+        withServerTime([this](xcb_timestamp_t time) {
+            m_leftAt.reset();
+            acquire(Served::Own, time);
+        });
         m_connection->processEvents();
     });
 }
 
 void X11Clipboard::save(xcb_timestamp_t time, X11ClipboardKeeper::Answer answer)
 {
-    // A content that was given up when it was copied gets a second chance.
-    if (m_hasOtherOwner && !m_isLatestComplete && !isFetchingLatest()) {
+    // A content that was given up when it was copied gets a second chance; one that has been published does
+    // not, since it would be a new copy.
+    if (m_hasOtherOwner && m_keptNumber != m_latest && !isFetchingLatest()) {
         m_latest = m_queue.reserve();
         fetch(m_latest, time);
     }

@@ -209,6 +209,7 @@ void X11ContentFetch::next()
     m_wanted.pop_front();
     m_step = wanted.step;
     m_target = wanted.target;
+    m_pace.setMakesPicture(m_target.startsWith("image/"));
     const bool isExtra = m_step == Step::Extra;
     const qint64 limit = isExtra ? m_limits.extras - m_extraBytes : m_limits.target;
     ask(m_connection.atom(m_target), m_step == Step::Hint ? LargestHint : limit);

@@ -133,9 +133,9 @@ void X11Desktop::watch(xcb_window_t window)
         if (of != XCB_WINDOW_NONE && of != m_windowManager)
             xcb_change_window_attributes(m_connection->get(), of, XCB_CW_EVENT_MASK, &events);
     };
-    if (window == m_watched)
-        return;
-    select(m_watched, XCB_EVENT_MASK_NO_EVENT);
+    if (window != m_watched)
+        select(m_watched, XCB_EVENT_MASK_NO_EVENT);
+    // Also when the number is the same: it may be another window by now.
     select(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     m_watched = window;
 }

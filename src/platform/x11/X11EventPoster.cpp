@@ -121,11 +121,14 @@ void X11EventPoster::postNext()
     if (m_waitingCount == 0)
         return;
     const PasteChord chord = chordOfFocusedProgram();
-    if (chord == PasteChord::ShiftInsert) {
+    // Where no layout has the letter, GTK finds no Ctrl+V on any key, while Shift+Insert pastes in all
+    // toolkits: in terminals PRIMARY, elsewhere CLIPBOARD.
+    const bool hasLetter = m_keyboard->keyOf(keysymbol::SmallV).has_value();
+    if (chord == PasteChord::ShiftInsert || (chord == PasteChord::ControlShiftV && !hasLetter)) {
         postWithPrimary();
         return;
     }
-    postKeys(chord);
+    postKeys(hasLetter ? chord : PasteChord::ShiftInsert);
     --m_waitingCount;
     postNext();
 }
@@ -169,7 +172,6 @@ std::vector<xcb_keycode_t> X11EventPoster::keysOf(PasteChord chord)
     using namespace keysymbol;
     const auto control = m_keyboard->modifierKey(XCB_MAP_INDEX_CONTROL, {ControlLeft, ControlRight});
     const auto shift = m_keyboard->modifierKey(XCB_MAP_INDEX_SHIFT, {ShiftLeft, ShiftRight});
-    // Toolkits look at the Latin layout, or at the position, where the active one lacks the letter.
     std::vector<xcb_keycode_t> keys;
     if (chord != PasteChord::ShiftInsert)
         keys.push_back(control.value_or(keyAt(KEY_LEFTCTRL)));

@@ -13,6 +13,9 @@
 
 /// Posts the paste chord with the XTEST extension, on a connection of its own. Any other event is dropped.
 ///
+/// The key of V is the one that gives the letter in the active layout, else in another one, which is where
+/// toolkits look as well. Where no layout has the letter, Shift+Insert is posted instead.
+///
 /// Command-V is complete with its release; from then on the chord waits until no key is down, looking every
 /// 10 ms, and is then posted in one piece. A key that is still down after 2 s is taken for stuck and no
 /// longer waited for until it comes up. Programs that paste PRIMARY get the text of CLIPBOARD there first, as

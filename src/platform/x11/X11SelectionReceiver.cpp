@@ -44,7 +44,7 @@ X11SelectionReceiver::X11SelectionReceiver(
 
 X11SelectionReceiver::~X11SelectionReceiver()
 {
-    if (m_state == State::AwaitingAnswer)
+    if (m_isOpen)
         m_retired.add(m_window);
     else
         xcb_destroy_window(m_connection.get(), m_window);
@@ -54,8 +54,10 @@ void X11SelectionReceiver::request(
     xcb_atom_t selection, xcb_atom_t target, xcb_timestamp_t time, qint64 limit)
 {
     m_result = {};
+    m_isIncremental = false;
     m_limit = limit;
     m_state = State::AwaitingAnswer;
+    m_isOpen = true;
     // What an owner left there without being asked is no part of the answer.
     xcb_delete_property(m_connection.get(), m_window, m_property);
     m_sequence =
@@ -156,6 +158,7 @@ void X11SelectionReceiver::startIncremental(const xcb_get_property_reply_t &repl
     uint32_t claimed = 0;
     if (byteCount(reply) >= 4)
         std::memcpy(&claimed, xcb_get_property_value(&reply), sizeof claimed);
+    m_isIncremental = true;
     if (claimed > m_limit) {
         finish(Outcome::TooLarge, claimed);
         return;
@@ -175,6 +178,8 @@ void X11SelectionReceiver::readNextSliceLater()
 void X11SelectionReceiver::finish(Outcome outcome, qint64 size)
 {
     m_state = State::Idle;
+    // The owner of a transfer that is cut short has been told to go on: it writes to the window once more.
+    m_isOpen = m_isIncremental && outcome != Outcome::Delivered;
     Result result = std::exchange(m_result, {});
     result.outcome = outcome;
     result.size = size;

@@ -67,6 +67,8 @@ private:
     const xcb_atom_t m_incremental;
     const xcb_window_t m_window;
     State m_state = State::Idle;
+    bool m_isIncremental = false;
+    bool m_isOpen = false; ///< the owner may still write to the window
     uint32_t m_sequence = 0;
     qint64 m_limit = 0;
     uint32_t m_offset = 0; // into the property at hand, in bytes

@@ -30,7 +30,7 @@ public:
     void handle(const xcb_property_notify_event_t &event) { m_sends.handle(event); }
     void requestorIsGone(xcb_window_t requestor) { m_sends.requestorIsGone(requestor); }
     void check(X11IncrementalSends::Time now) { m_sends.check(now); }
-    bool isIdle() const { return m_sends.isEmpty(); }
+    bool isIdle() const { return m_sends.isEmpty() && m_jobs.empty(); }
 
 private:
     struct Conversion {

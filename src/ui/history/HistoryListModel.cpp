@@ -22,18 +22,21 @@ bool isPath(const ClipboardItem &item)
         item.contentHead().contains('/');
 }
 
+/// Paths are short: the beginning of the content is all of it. Nothing here reads a long content.
 QString title(const ClipboardItem &item)
 {
-    const QString content = item.content();
-    return isPath(item) ? content.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty) : content;
+    if (!isPath(item))
+        return {};
+    const QString path = QString::fromUtf8(item.contentHead());
+    return path.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
 }
 
 QString folder(const ClipboardItem &item)
 {
     if (!isPath(item))
         return {};
-    const QString content = item.content();
-    return content.left(qMax<qsizetype>(1, content.lastIndexOf(QLatin1Char('/'))));
+    const QString path = QString::fromUtf8(item.contentHead());
+    return path.left(qMax<qsizetype>(1, path.lastIndexOf(QLatin1Char('/'))));
 }
 
 } // namespace

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <QString>
+
+#include <memory>
+
+/// The right to use a store, held by one process at a time. It ends with the object, or with the process,
+/// however that ends.
+class StoreLock
+{
+public:
+    /// Locks the file, which is made when it is missing; an error when another process, or this one, holds
+    /// it.
+    static Result<std::unique_ptr<StoreLock>> acquire(const QString &filePath);
+    ~StoreLock();
+    StoreLock(const StoreLock &) = delete;
+    StoreLock &operator=(const StoreLock &) = delete;
+
+private:
+    explicit StoreLock(int descriptor)
+        : m_descriptor(descriptor)
+    {
+    }
+
+    int m_descriptor;
+};
