@@ -2,12 +2,13 @@
 
 #include "base/Result.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <memory>
 
-/// The right to use a store, held by one process at a time. It ends with the object, or with the process,
-/// however that ends.
+/// The right to use a store, held by one process at a time. It ends with the object, which removes the file,
+/// or with the process, however that ends.
 class StoreLock
 {
 public:
@@ -19,10 +20,12 @@ public:
     StoreLock &operator=(const StoreLock &) = delete;
 
 private:
-    explicit StoreLock(int descriptor)
+    StoreLock(int descriptor, QByteArray path)
         : m_descriptor(descriptor)
+        , m_path(std::move(path))
     {
     }
 
     int m_descriptor;
+    QByteArray m_path;
 };

@@ -21,7 +21,7 @@ X11PrimaryText::X11PrimaryText(X11Connection &connection, X11Clock &clock)
 {
 }
 
-void X11PrimaryText::takeClipboard(std::function<void(bool isTaken)> onDone)
+void X11PrimaryText::takeClipboard(const std::function<void(bool isTaken)> &onDone)
 {
     const auto onResult = [this, onDone](const X11SelectionReceiver::Result &result) {
         const bool isText = result.outcome == X11SelectionReceiver::Outcome::Delivered && result.format == 8;

@@ -18,7 +18,7 @@ public:
 
     /// Asks the owner of CLIPBOARD for its text and takes PRIMARY over with it, then says whether that came
     /// about. It has no deadline; a new call cancels the one before, which then says nothing.
-    void takeClipboard(std::function<void(bool isTaken)> onDone);
+    void takeClipboard(const std::function<void(bool isTaken)> &onDone);
     /// Gives up on a CLIPBOARD that does not answer.
     void cancel();
 
