@@ -7,6 +7,7 @@
 
 #include <QStringDecoder>
 
+#include <array>
 #include <cstring>
 #include <memory>
 
@@ -21,18 +22,46 @@ constexpr bool isContinuation(quint8 byte)
     return (byte & 0xc0U) == 0x80;
 }
 
-/// Whether a byte starts a character for which the rules of UAX #29 must be asked. The others are plain: they
-/// lie in blocks in which every character has the Grapheme_Cluster_Break value Other or Control, so that
-/// there is a boundary between any two of them (rules GB4, GB5, GB999), CR LF excepted. U+00A9 and U+00AE are
-/// pictographs, which matters only before a joiner, and a joiner is not plain. Written without branches, so
-/// that a compiler can test many bytes at once.
-constexpr bool isInvolved(quint8 byte)
+enum class Lead : quint8 {
+    Plain,    // between two such characters there is a boundary, CR LF excepted
+    Involved, // the rules of UAX #29 must be asked
+    Kana,     // one or the other
+};
+
+/// By first byte. Plain are blocks in which every character has the Grapheme_Cluster_Break value Other or
+/// Control (rules GB4, GB5, GB999) or is a whole Hangul syllable (rules GB6 to GB8 join those to conjoining
+/// letters only). A pictograph among them, as U+00A9, joins only a joiner, which is not plain.
+constexpr std::array<Lead, 256> leads()
 {
-    const bool isLead = byte >= 0xc0;
-    const bool isLatin = byte >= 0xc2 && byte <= 0xcb;     // U+0080 to U+02FF: Latin, IPA, modifier letters
-    const bool isCyrillic = byte == 0xd0 || byte == 0xd1;  // U+0400 to U+047F
-    const bool isIdeograph = byte >= 0xe4 && byte <= 0xe9; // U+4000 to U+9FFF
-    return isLead && !isLatin && !isCyrillic && !isIdeograph;
+    std::array<Lead, 256> kinds{};
+    const auto set = [&kinds](size_t first, size_t last, Lead kind) {
+        for (size_t byte = first; byte <= last; ++byte)
+            kinds[byte] = kind;
+    };
+    set(0xc0, 0xff, Lead::Involved);
+    set(0xc2, 0xcb, Lead::Plain); // U+0080 to U+02FF: Latin, IPA, modifier letters
+    set(0xd0, 0xd1, Lead::Plain); // U+0400 to U+047F: Cyrillic
+    set(0xe3, 0xe3, Lead::Kana);  // U+3000 to U+3FFF
+    set(0xe4, 0xe9, Lead::Plain); // U+4000 to U+9FFF: ideographs
+    set(0xeb, 0xec, Lead::Plain); // U+B000 to U+CFFF: most of Hangul
+    return kinds;
+}
+
+constexpr std::array<Lead, 256> Leads = leads();
+
+/// Whether the rules must be asked for the character at `at`.
+bool isInvolved(const quint8 *at, const quint8 *end)
+{
+    const Lead lead = Leads[*at];
+    if (lead != Lead::Kana)
+        return lead == Lead::Involved;
+    if (end - at < 3)
+        return true;
+    // U+3000 to U+30FF: punctuation and kana, but for tone marks (U+302A to U+302F) and voicing (U+3099,
+    // U+309A).
+    const bool isToneMark = at[1] == 0x80 && at[2] >= 0xaa && at[2] <= 0xaf;
+    const bool isVoicing = at[1] == 0x82 && (at[2] == 0x99 || at[2] == 0x9a);
+    return at[1] > 0x83 || isToneMark || isVoicing;
 }
 
 /// ICU's own iterator over a stretch of text that needs the full rules.
@@ -80,7 +109,7 @@ const quint8 *countPlain(const quint8 *begin, const quint8 *end, qint64 &count)
         }
         const quint8 *const next = at + qMin<qsizetype>(WordSize, end - at);
         for (; at != next; ++at) {
-            if (isInvolved(*at))
+            if (isInvolved(at, end))
                 return at;
             count += !isContinuation(*at);
             count -= *at == '\n' && afterReturn;
@@ -97,7 +126,7 @@ const quint8 *endOfInvolved(const quint8 *begin, const quint8 *end)
     for (const quint8 *at = begin; at != end; ++at) {
         if (isContinuation(*at))
             continue;
-        const bool isPlain = !isInvolved(*at);
+        const bool isPlain = !isInvolved(at, end);
         if (isPlain && afterPlain && !(*at == '\n' && at[-1] == '\r'))
             return at;
         afterPlain = isPlain;

@@ -56,8 +56,8 @@ TEST(CharacterCountAtScale, MarksAcrossManyPlainStretchesAllCount)
 TEST(CharacterCountAtScale, AgreesWithTheFullRulesOnAnyMixture)
 {
     constexpr std::array Pieces{"a", "plain text ", "\r", "\n", "\r\n", "é", "e", "\u0301", "\u200d", "👩",
-        "🇦", "🇹", "漢", "か", "\u3099", "ж", "\u0483", "\u1112", "\u1161", "한", "©", "\ufe0f", "ก", "\u0e33",
-        "\u00ad"};
+        "🇦", "🇹", "漢", "か", "、", "カ", "\u302a", "가", "한글", "\u11a8", "\ud7b0", "〰", "\u3099", "ж",
+        "\u0483", "\u1112", "\u1161", "한", "©", "\ufe0f", "ก", "\u0e33", "\u00ad"};
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> rules(
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
