@@ -36,8 +36,9 @@ void captureTenMegabytes(benchmark::State &state)
     FakePasteboard pasteboard;
     FakeWorkspace workspace;
     ManualMainQueue queue;
+    ThreadedFileReader fileReader(queue);
     const SystemClock clock;
-    ClipboardMonitor monitor(history.container(), pasteboard, workspace, queue, clock);
+    ClipboardMonitor monitor(history.container(), pasteboard, workspace, fileReader, queue, clock);
     monitor.startMonitoring();
     for (auto step : state) {
         state.PauseTiming();

@@ -40,8 +40,9 @@ double longestTurn(History &history, const QString &payload, const QString &targ
     EventLoopQueue queue;
     const auto pasteboard = platform::loadPasteboard(queue);
     const FakeWorkspace workspace;
+    ThreadedFileReader fileReader(queue);
     const SystemClock clock;
-    ClipboardMonitor monitor(history.container(), *pasteboard, workspace, queue, clock);
+    ClipboardMonitor monitor(history.container(), *pasteboard, workspace, fileReader, queue, clock);
     monitor.startMonitoring();
     const qint64 before = history.context().fetchCount<ClipboardItem>();
     QProcess program;

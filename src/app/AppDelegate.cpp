@@ -97,8 +97,8 @@ void AppDelegate::startClipboardMonitoring()
 {
     if (!m_modelContainer)
         return;
-    m_clipboardMonitor =
-        std::make_unique<ClipboardMonitor>(*m_modelContainer, *m_pasteboard, *m_workspace, m_queue, m_clock);
+    m_clipboardMonitor = std::make_unique<ClipboardMonitor>(
+        *m_modelContainer, *m_pasteboard, *m_workspace, m_fileReader, m_queue, m_clock);
     m_clipboardMonitor->startMonitoring();
 }
 

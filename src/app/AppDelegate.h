@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "base/FileReader.h"
 #include "base/Lifetime.h"
 #include "base/MainQueue.h"
 #include "base/NotificationCenter.h"
@@ -55,6 +56,7 @@ private:
 
     SystemClock m_clock;
     EventLoopQueue m_queue;
+    ThreadedFileReader m_fileReader{m_queue};
     NotificationCenter m_notifications;
     UserDefaults m_defaults;
 

@@ -3,15 +3,9 @@
 #include "base/Text.h"
 #include "capture/Url.h"
 #include "platform/Pasteboard.h"
-#include "store/ModelContainer.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <array>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 namespace
 {
@@ -38,32 +32,13 @@ QByteArray imageText(const PasteboardItem &item, const QByteArray &png)
     return "Image (" + QByteArray::number(png.size() / 1024) + " KB)";
 }
 
-/// The whole of a regular file. A pipe or device is not waited for, and what no row can hold is not read.
-std::optional<QByteArray> readFile(const QByteArray &path)
-{
-    const int descriptor = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (descriptor < 0)
-        return std::nullopt;
-    QFile file;
-    struct stat status = {};
-    if (!file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle) ||
-        fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size > ModelContainer::LargestRow)
-        return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
-}
-
 Capture captureFile(const url::FilePath &path)
 {
     const QByteArray extension = url::lowerCaseExtension(path.bytes);
     const bool isImageFile = std::any_of(ImageFileExtensions.begin(), ImageFileExtensions.end(),
         [&extension](const char *known) { return extension == known; });
-    if (isImageFile) {
-        if (const auto bytes = readFile(path.bytes))
-            return {path.text, ClipboardItemType::Image, bytes};
-    }
-    return {path.text, ClipboardItemType::File, std::nullopt};
+    return {path.text, ClipboardItemType::File, std::nullopt,
+        isImageFile ? std::optional(path.bytes) : std::nullopt};
 }
 
 std::optional<Capture> captureText(const QByteArray &string)
@@ -72,8 +47,8 @@ std::optional<Capture> captureText(const QByteArray &string)
     if (trimmed.isEmpty())
         return std::nullopt;
     if (url::hasSchemeAndHost(trimmed))
-        return Capture{trimmed.toByteArray(), ClipboardItemType::Url, std::nullopt};
-    return Capture{string, ClipboardItemType::Text, std::nullopt};
+        return Capture{trimmed.toByteArray(), ClipboardItemType::Url, std::nullopt, std::nullopt};
+    return Capture{string, ClipboardItemType::Text, std::nullopt, std::nullopt};
 }
 
 } // namespace
@@ -85,9 +60,9 @@ std::optional<Capture> captureFrom(const Pasteboard &pasteboard)
         return std::nullopt;
     const PasteboardItem &first = items.front();
     if (const auto png = extractImage(pasteboard))
-        return Capture{imageText(first, *png), ClipboardItemType::Image, png};
+        return Capture{imageText(first, *png), ClipboardItemType::Image, png, std::nullopt};
     if (const auto address = first.string(PasteboardType::Url); address && url::hasScheme(*address))
-        return Capture{*address, ClipboardItemType::Url, std::nullopt};
+        return Capture{*address, ClipboardItemType::Url, std::nullopt, std::nullopt};
     if (const auto address = first.string(PasteboardType::FileUrl)) {
         if (const auto path = url::filePath(*address))
             return captureFile(*path);
@@ -95,4 +70,14 @@ std::optional<Capture> captureFrom(const Pasteboard &pasteboard)
     if (const auto string = first.string(PasteboardType::String); string && !string->isEmpty())
         return captureText(*string);
     return std::nullopt;
+}
+
+Capture withImageFile(Capture capture, std::optional<QByteArray> bytes)
+{
+    capture.imageFile.reset();
+    if (bytes) {
+        capture.type = ClipboardItemType::Image;
+        capture.imageData = std::move(bytes);
+    }
+    return capture;
 }

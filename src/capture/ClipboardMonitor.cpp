@@ -6,10 +6,11 @@
 #include "store/ModelContainer.h"
 
 ClipboardMonitor::ClipboardMonitor(ModelContainer &modelContainer, Pasteboard &pasteboard,
-    const Workspace &workspace, MainQueue &queue, const Clock &clock)
+    const Workspace &workspace, FileReader &fileReader, MainQueue &queue, const Clock &clock)
     : m_modelContainer(modelContainer)
     , m_pasteboard(pasteboard)
     , m_workspace(workspace)
+    , m_fileReader(fileReader)
     , m_queue(queue)
     , m_clock(clock)
     , m_lastChangeCount(pasteboard.changeCount())
@@ -25,8 +26,15 @@ void ClipboardMonitor::startMonitoring()
 
 void ClipboardMonitor::tick()
 {
+    if (m_isReadingFile)
+        return;
     checkClipboard();
-    while (m_pasteboard.advance())
+    takeWaiting();
+}
+
+void ClipboardMonitor::takeWaiting()
+{
+    while (!m_isReadingFile && m_pasteboard.advance())
         checkClipboard();
 }
 
@@ -42,8 +50,27 @@ void ClipboardMonitor::checkClipboard()
         source.appName = frontmost->localizedName();
         source.bundleId = frontmost->bundleIdentifier();
     }
-    if (auto capture = captureFrom(m_pasteboard))
+    auto capture = captureFrom(m_pasteboard);
+    if (!capture)
+        return;
+    if (capture->imageFile)
+        readImageFile(std::move(*capture), std::move(source));
+    else
         saveItem(std::move(*capture), std::move(source));
+}
+
+/// The copies after it wait, so that the history keeps their order.
+void ClipboardMonitor::readImageFile(Capture capture, Source source)
+{
+    m_isReadingFile = true;
+    const QByteArray path = *capture.imageFile;
+    m_fileReader.read(path, ModelContainer::LargestRow,
+        m_lifetime.guard([this, capture = std::move(capture), source = std::move(source)](
+                             std::optional<QByteArray> bytes) {
+            m_isReadingFile = false;
+            saveItem(withImageFile(capture, std::move(bytes)), source);
+            m_queue.async(m_lifetime.guard([this] { takeWaiting(); }));
+        }));
 }
 
 void ClipboardMonitor::saveItem(Capture capture, Source source)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "base/FileReader.h"
+#include "base/Lifetime.h"
 #include "base/MainQueue.h"
 #include "capture/CaptureRule.h"
 
@@ -24,7 +26,7 @@ class ClipboardMonitor
 public:
     /// Everything must outlive the monitor.
     ClipboardMonitor(ModelContainer &modelContainer, Pasteboard &pasteboard, const Workspace &workspace,
-        MainQueue &queue, const Clock &clock);
+        FileReader &fileReader, MainQueue &queue, const Clock &clock);
     ~ClipboardMonitor();
 
     /// How many entries that are not pinned the history keeps.
@@ -43,6 +45,9 @@ private:
     };
 
     void tick();
+    /// Takes the contents that wait, one poll each, until one needs a file that is still to be read.
+    void takeWaiting();
+    void readImageFile(Capture capture, Source source);
     void checkClipboard();
     void saveItem(Capture capture, Source source);
     void replaceItem(ModelContext &context, Capture capture, Source source,
@@ -53,8 +58,11 @@ private:
     ModelContainer &m_modelContainer;
     Pasteboard &m_pasteboard;
     const Workspace &m_workspace;
+    FileReader &m_fileReader;
     MainQueue &m_queue;
     const Clock &m_clock;
     qint64 m_lastChangeCount;
+    bool m_isReadingFile = false;
     std::unique_ptr<MainQueue::Timer> m_timer;
+    Lifetime m_lifetime;
 };

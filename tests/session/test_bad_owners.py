@@ -115,6 +115,10 @@ class LargeContents(WithProgram):
         self.assertEqual((item["type"], item["n"], item["characterCount"]), ("text", len(text), len(text)))
         content = self.store.query("SELECT content FROM ClipboardItem")[0]["content"]
         self.assertEqual(self.digest(content), self.digest(text))
+        before = self.program.memory("Rss")
+        self.program.open_panel(deadline=2)
+        wait_until(lambda: self.program.rows()[0].startswith("000000 the quick"), "the text has its row")
+        self.assertLess(self.program.memory("Rss"), before + 40_000_000, "the row does not hold the text")
 
     def test_a_large_text_comes_back_whole_after_its_owner_has_gone(self):
         text = os.urandom(5_000_000).hex().encode()

@@ -150,6 +150,18 @@ class FullDisk(unittest.TestCase):
         self.assertEqual(self.store.integrity(), "ok")
         self.assertEqual(self.store.contents(), ["after", large, "before"])
 
+    def test_a_copy_made_while_the_disk_is_full_is_saved_by_itself_once_there_is_room(self):
+        large = "kept in memory " * 20_000
+        with Larkspool(self.desktop) as program:
+            programs.xclip_copy(self.desktop, b"before")
+            self.store.wait_for("before")
+            filler = self.fill()
+            programs.xclip_copy(self.desktop, large.encode())
+            program.open_panel()
+            wait_until(lambda: program.rows()[0].startswith("kept in memory"), "the copy is in the panel")
+            filler.unlink()
+            self.store.wait_for(large, deadline=30)
+
 
 if __name__ == "__main__":
     run_tests()

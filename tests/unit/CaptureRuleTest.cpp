@@ -1,5 +1,7 @@
 #include "capture/CaptureRule.h"
 
+#include "base/FileReader.h"
+
 #include "fakes/FakePasteboard.h"
 #include "platform/ImageCodec.h"
 
@@ -22,7 +24,10 @@ std::optional<Capture> captureOf(const FakePasteboard::Content &content)
     FakePasteboard pasteboard;
     pasteboard.copy(content);
     pasteboard.advance();
-    return captureFrom(pasteboard);
+    const auto capture = captureFrom(pasteboard);
+    if (!capture || !capture->imageFile)
+        return capture;
+    return withImageFile(*capture, readRegularFile(*capture->imageFile, 1'000'000));
 }
 
 QImage picture()

@@ -1,5 +1,6 @@
 #include "capture/ClipboardMonitor.h"
 
+#include "fakes/FakeFileReader.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/FixedClock.h"
@@ -27,7 +28,7 @@ protected:
     void start()
     {
         m_monitor = std::make_unique<ClipboardMonitor>(
-            m_store.container(), m_pasteboard, m_workspace, m_queue, m_clock);
+            m_store.container(), m_pasteboard, m_workspace, m_fileReader, m_queue, m_clock);
         m_monitor->startMonitoring();
     }
     void tick()
@@ -64,6 +65,7 @@ protected:
     TemporaryStore m_store;
     FakePasteboard m_pasteboard;
     FakeWorkspace m_workspace;
+    FakeFileReader m_fileReader;
     ManualMainQueue m_queue;
     FixedClock m_clock;
     std::unique_ptr<ClipboardMonitor> m_monitor;
@@ -265,6 +267,52 @@ TEST_F(Monitor, AFullHistoryIsLeftAloneByARecopy)
     start();
     copy({{Type::String, "0"}});
     EXPECT_EQ(items().size(), static_cast<size_t>(ClipboardMonitor::UnpinnedLimit));
+}
+
+TEST_F(Monitor, ACopiedImageFileIsAnImageWithTheFilesBytes)
+{
+    start();
+    m_fileReader.bytes = "jpeg";
+    copy({{Type::FileUrl, "file:///home/ann/photo.JPG"}});
+    ASSERT_EQ(items().size(), 1U);
+    EXPECT_EQ(items().front()->type(), ClipboardItemType::Image);
+    EXPECT_EQ(items().front()->imageData(), "jpeg");
+    EXPECT_EQ(items().front()->categoryId(), category(QStringLiteral("Image")));
+}
+
+TEST_F(Monitor, AnImageFileThatCannotBeReadIsAFile)
+{
+    start();
+    copy({{Type::FileUrl, "file:///home/ann/photo.jpg"}});
+    EXPECT_EQ(items().front()->type(), ClipboardItemType::File);
+    EXPECT_FALSE(items().front()->hasImageData());
+}
+
+TEST_F(Monitor, CopiesAfterAnImageFileOnAHangingDiskWaitForItInOrder)
+{
+    start();
+    m_fileReader.isHanging = true;
+    m_fileReader.bytes = "png";
+    m_pasteboard.copy({{Type::FileUrl, "file:///net/a.png"}});
+    m_pasteboard.copy({{Type::String, "after"}});
+    tick();
+    tick();
+    EXPECT_TRUE(items().empty());
+    m_fileReader.answerNext();
+    m_queue.drain();
+    ASSERT_EQ(items().size(), 2U);
+    EXPECT_EQ(items()[0]->contentUtf8(), "after");
+    EXPECT_EQ(items()[1]->contentUtf8(), "/net/a.png");
+}
+
+TEST_F(Monitor, AnImageFileThatComesAfterTheMonitorsEndIsForgotten)
+{
+    start();
+    m_fileReader.isHanging = true;
+    copy({{Type::FileUrl, "file:///net/a.png"}});
+    m_monitor.reset();
+    m_fileReader.answerNext();
+    EXPECT_TRUE(items().empty());
 }
 
 TEST_F(Monitor, DoesNothingOnceItIsGone)
