@@ -25,6 +25,9 @@ def contents(folder):
     return found
 
 
+LARGE = "kept in memory " * 20_000
+
+
 class CannotOpen(unittest.TestCase):
     def setUp(self):
         self.desktop = self.enterContext(Desktop())
@@ -131,36 +134,30 @@ class FullDisk(unittest.TestCase):
         self.assertEqual(shutil.disk_usage(self.folder).free, 0)
         return filler
 
-    def test_a_copy_made_while_the_disk_is_full_is_shown_and_saved_once_there_is_room(self):
-        large = "kept in memory " * 20_000
+    def copy_while_full(self, program):
+        """A copy that there is no room for, on a disk that was full before; what fills the disk."""
+        programs.xclip_copy(self.desktop, b"before")
+        self.store.wait_for("before")
+        filler = self.fill()
+        programs.xclip_copy(self.desktop, LARGE.encode())
+        program.open_panel()
+        wait_until(lambda: program.rows()[0].startswith("kept in memory"), "the copy is in the panel")
+        self.assertTrue(stays(lambda: self.store.item(LARGE) is None, 1), "there is no room for it")
+        return filler
+
+    def test_a_copy_made_while_the_disk_is_full_is_shown_and_saved_with_the_next_once_there_is_room(self):
         with Larkspool(self.desktop) as program:
-            programs.xclip_copy(self.desktop, b"before")
-            self.store.wait_for("before")
-            filler = self.fill()
-            programs.xclip_copy(self.desktop, large.encode())
-            program.open_panel()
-            wait_until(lambda: program.rows()[0].startswith("kept in memory"), "the copy is in the panel")
-            self.desktop.keyboard.press("Escape")
-            program.wait_until_hidden()
-            self.assertTrue(stays(lambda: self.store.item(large) is None, 1), "there is no room for it")
-            filler.unlink()
+            self.copy_while_full(program).unlink()
             programs.xclip_copy(self.desktop, b"after")
             self.store.wait_for("after")
-            self.assertEqual(self.store.contents(), ["after", large, "before"])
+            self.assertEqual(self.store.contents(), ["after", LARGE, "before"])
         self.assertEqual(self.store.integrity(), "ok")
-        self.assertEqual(self.store.contents(), ["after", large, "before"])
+        self.assertEqual(self.store.contents(), ["after", LARGE, "before"])
 
     def test_a_copy_made_while_the_disk_is_full_is_saved_by_itself_once_there_is_room(self):
-        large = "kept in memory " * 20_000
         with Larkspool(self.desktop) as program:
-            programs.xclip_copy(self.desktop, b"before")
-            self.store.wait_for("before")
-            filler = self.fill()
-            programs.xclip_copy(self.desktop, large.encode())
-            program.open_panel()
-            wait_until(lambda: program.rows()[0].startswith("kept in memory"), "the copy is in the panel")
-            filler.unlink()
-            self.store.wait_for(large, deadline=30)
+            self.copy_while_full(program).unlink()
+            self.store.wait_for(LARGE, deadline=30)
 
 
 if __name__ == "__main__":

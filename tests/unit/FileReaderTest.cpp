@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -50,6 +51,20 @@ TEST_F(Files, NothingElseIsRead)
     for (const auto *const name : {"folder", "pipe", "missing"})
         EXPECT_FALSE(readRegularFile(path(name), 1000)) << name;
     EXPECT_FALSE(readRegularFile("/dev/zero", 1000));
+}
+
+TEST_F(Files, AFileWithoutPermissionIsNotRead)
+{
+    const QByteArray file = write("a", "secret");
+    ASSERT_EQ(chmod(QFile::encodeName(m_folder.path()).constData(), 0755), 0);
+    ASSERT_EQ(chmod(file.constData(), 0), 0);
+    // Permissions do not bind root.
+    constexpr uid_t Nobody = 65534;
+    const uid_t self = geteuid();
+    ASSERT_EQ(seteuid(self == 0 ? Nobody : self), 0);
+    const auto bytes = readRegularFile(file, 1000);
+    ASSERT_EQ(seteuid(self), 0);
+    EXPECT_FALSE(bytes);
 }
 
 TEST_F(Files, AThreadedReaderAnswersOnTheMainThreadLater)
