@@ -10,7 +10,7 @@ namespace
 void pollWithNothingNew(benchmark::State &state)
 {
     EventLoopQueue queue;
-    const auto pasteboard = platform::loadPasteboard(queue);
+    const auto pasteboard = platform::loadPasteboard();
     const size_t before = allocationCount();
     for (auto step : state) {
         benchmark::DoNotOptimize(pasteboard->changeCount());

@@ -38,7 +38,7 @@ double secondsToWrite(
 double longestTurn(History &history, const QString &payload, const QString &target)
 {
     EventLoopQueue queue;
-    const auto pasteboard = platform::loadPasteboard(queue);
+    const auto pasteboard = platform::loadPasteboard();
     const FakeWorkspace workspace;
     ThreadedFileReader fileReader(queue);
     const SystemClock clock;

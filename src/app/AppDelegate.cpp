@@ -7,6 +7,7 @@
 #include "store/Seeding.h"
 #include "ui/history/ClipboardHistoryView.h"
 #include "ui/history/HistoryModule.h"
+#include "ui/style/Symbols.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -35,12 +36,13 @@ QString nameOf(const std::shared_ptr<RunningApplication> &application)
 
 AppDelegate::AppDelegate()
     : m_defaults(UserDefaults::defaultFilePath())
-    , m_pasteboard(platform::loadPasteboard(m_queue))
+    , m_pasteboard(platform::loadPasteboard())
     , m_workspace(platform::loadWorkspace())
     , m_hotKeyCenter(platform::loadHotKeyCenter())
     , m_eventPoster(platform::loadEventPoster(m_queue, *m_workspace))
-    , m_scripting(platform::loadScriptingService())
+    , m_scripting(platform::loadScriptingService(*m_workspace))
     , m_screens(platform::loadScreens())
+    , m_statusBar(platform::loadStatusBar())
     , m_unifiedLog(platform::loadUnifiedLog())
     , m_pasteService(*m_eventPoster, *m_scripting, *m_unifiedLog, m_clock, PasteService::defaultLogFilePath())
 {
@@ -51,6 +53,7 @@ AppDelegate::~AppDelegate() = default;
 void AppDelegate::applicationDidFinishLaunching()
 {
     setupModelContainer();
+    setupStatusItem();
     setupPanel();
     startClipboardMonitoring();
     setupHotkey();
@@ -78,6 +81,15 @@ void AppDelegate::setupModelContainer()
     m_modelContainer->mainContext().onSaveFailed = [this] { saveAgainLater(); };
     seedDefaultCategories(m_modelContainer.get());
     seedDefaultTemplates(m_modelContainer.get());
+}
+
+void AppDelegate::setupStatusItem()
+{
+    const auto image = [](int pixels, const QColor &color) {
+        return symbol::image(QStringLiteral("clipboard.fill"), QSize(pixels, pixels), color);
+    };
+    m_statusItem =
+        m_statusBar->statusItem({QStringLiteral("Larkspool"), image}, [this] { togglePanel(); });
 }
 
 void AppDelegate::setupPanel()

@@ -40,6 +40,7 @@ public:
 
 private:
     void setupModelContainer();
+    void setupStatusItem();
     void setupPanel();
     void startClipboardMonitoring();
     void setupHotkey();
@@ -66,9 +67,11 @@ private:
     std::unique_ptr<EventPoster> m_eventPoster;
     std::unique_ptr<ScriptingService> m_scripting;
     std::unique_ptr<Screens> m_screens;
+    std::unique_ptr<StatusBar> m_statusBar;
     std::unique_ptr<UnifiedLog> m_unifiedLog;
     PasteService m_pasteService;
 
+    std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<ModelContainer> m_modelContainer;
     std::unique_ptr<ClipboardHistoryView> m_historyView;
     std::unique_ptr<FloatingPanel> m_panel;

@@ -2,6 +2,7 @@
 #include "app/MemoryPolicy.h"
 #include "app/TerminationSignals.h"
 #include "base/Console.h"
+#include "platform/PlatformLoader.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -40,7 +41,19 @@ int main(int argumentCount, char **arguments)
     QGuiApplication::setDesktopFileName(QStringLiteral("org.larkspool.Larkspool"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     terminationSignals.quitApplication();
+    const auto instance = platform::loadSingleInstance();
+    switch (instance->claim()) {
+    case SingleInstance::Claim::HandedOver:
+        return 0;
+    case SingleInstance::Claim::Failed:
+        consoleLine(QStringLiteral("[Larkspool] Another instance is running, and it does not answer"));
+        return 1;
+    case SingleInstance::Claim::Ours:
+    case SingleInstance::Claim::Unknown:
+        break;
+    }
     AppDelegate delegate;
+    instance->onActivate = [&delegate](const QString &) { delegate.togglePanel(); };
     delegate.applicationDidFinishLaunching();
     const int status = QGuiApplication::exec();
     delegate.applicationWillTerminate();

@@ -23,7 +23,7 @@ std::unique_ptr<Port> orNull(std::unique_ptr<Port> backend, const char *reason)
 
 } // namespace
 
-std::unique_ptr<Pasteboard> loadPasteboard(MainQueue &)
+std::unique_ptr<Pasteboard> loadPasteboard()
 {
     return orNull<Pasteboard, NullPasteboard>(X11Pasteboard::open(),
         "No clipboard: this desktop session has no X server with the XFixes extension");
@@ -47,10 +47,20 @@ std::unique_ptr<EventPoster> loadEventPoster(MainQueue &queue, const Workspace &
         "No paste keys: this desktop session has no X server with the XTEST extension");
 }
 
-std::unique_ptr<ScriptingService> loadScriptingService()
+std::unique_ptr<ScriptingService> loadScriptingService(const Workspace &)
 {
     return std::make_unique<NullScriptingService>(
         QStringLiteral("this desktop has no service for pressing keys that Larkspool knows"));
+}
+
+std::unique_ptr<SingleInstance> loadSingleInstance()
+{
+    return std::make_unique<NullSingleInstance>();
+}
+
+std::unique_ptr<StatusBar> loadStatusBar()
+{
+    return std::make_unique<NullStatusBar>();
 }
 
 std::unique_ptr<Screens> loadScreens()

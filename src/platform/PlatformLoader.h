@@ -6,6 +6,8 @@
 #include "platform/Pasteboard.h"
 #include "platform/Screens.h"
 #include "platform/ScriptingService.h"
+#include "platform/SingleInstance.h"
+#include "platform/StatusBar.h"
 #include "platform/UnifiedLog.h"
 #include "platform/Workspace.h"
 
@@ -17,11 +19,13 @@
 namespace platform
 {
 
-std::unique_ptr<Pasteboard> loadPasteboard(MainQueue &queue);
+std::unique_ptr<Pasteboard> loadPasteboard();
 std::unique_ptr<Workspace> loadWorkspace();
 std::unique_ptr<HotKeyCenter> loadHotKeyCenter();
 std::unique_ptr<EventPoster> loadEventPoster(MainQueue &queue, const Workspace &workspace);
-std::unique_ptr<ScriptingService> loadScriptingService();
+std::unique_ptr<ScriptingService> loadScriptingService(const Workspace &workspace);
+std::unique_ptr<SingleInstance> loadSingleInstance();
+std::unique_ptr<StatusBar> loadStatusBar();
 std::unique_ptr<Screens> loadScreens();
 std::unique_ptr<UnifiedLog> loadUnifiedLog();
 

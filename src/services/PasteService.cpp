@@ -86,8 +86,10 @@ void PasteService::pasteViaAppleScript()
     const auto script = m_scripting.compile(pasteScript());
     if (!script)
         return;
-    if (const auto outcome = script->execute(); !outcome)
-        log(QStringLiteral("AppleScript error: ") + outcome.error().description);
-    else
-        log(QStringLiteral("Paste simulated via AppleScript SUCCESS"));
+    script->execute(m_lifetime.guard([this](const Result<Success> &outcome) {
+        if (outcome)
+            log(QStringLiteral("Paste simulated via AppleScript SUCCESS"));
+        else
+            log(QStringLiteral("AppleScript error: ") + outcome.error().description);
+    }));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "base/Lifetime.h"
 #include "platform/EventPoster.h"
 #include "platform/ScriptingService.h"
 #include "platform/UnifiedLog.h"
@@ -34,4 +35,5 @@ private:
     UnifiedLog &m_unifiedLog;
     const Clock &m_clock;
     QString m_logFilePath;
+    Lifetime m_lifetime;
 };

@@ -33,9 +33,9 @@ private:
             : m_failure(std::move(failure))
         {
         }
-        Result<Success> execute() override
+        void execute(Done onDone) override
         {
-            return m_failure ? Result<Success>(*m_failure) : Result<Success>(Success());
+            onDone(m_failure ? Result<Success>(*m_failure) : Result<Success>(Success()));
         }
 
     private:

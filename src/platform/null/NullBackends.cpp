@@ -10,7 +10,7 @@ public:
         : m_reason(reason)
     {
     }
-    Result<Success> execute() override { return Error{m_reason}; }
+    void execute(Done onDone) override { onDone(Error{m_reason}); }
 
 private:
     QString m_reason;

@@ -5,6 +5,8 @@
 #include "platform/Pasteboard.h"
 #include "platform/Screens.h"
 #include "platform/ScriptingService.h"
+#include "platform/SingleInstance.h"
+#include "platform/StatusBar.h"
 #include "platform/UnifiedLog.h"
 #include "platform/Workspace.h"
 
@@ -76,6 +78,23 @@ class NullScreens : public Screens
 {
 public:
     std::optional<QRect> visibleFrame() const override { return std::nullopt; }
+};
+
+/// A desktop without a tray.
+class NullStatusBar : public StatusBar
+{
+public:
+    std::unique_ptr<StatusItem> statusItem(StatusItemButton, std::function<void()>) override
+    {
+        return std::make_unique<StatusItem>();
+    }
+};
+
+/// A session without a message bus.
+class NullSingleInstance : public SingleInstance
+{
+public:
+    Claim claim() override { return Claim::Unknown; }
 };
 
 class NullUnifiedLog : public UnifiedLog
