@@ -88,8 +88,7 @@ void AppDelegate::setupStatusItem()
     const auto image = [](int pixels, const QColor &color) {
         return symbol::image(QStringLiteral("clipboard.fill"), QSize(pixels, pixels), color);
     };
-    m_statusItem =
-        m_statusBar->statusItem({QStringLiteral("Larkspool"), image}, [this] { togglePanel(); });
+    m_statusItem = m_statusBar->statusItem({QStringLiteral("Larkspool"), image}, [this] { togglePanel(); });
 }
 
 void AppDelegate::setupPanel()
@@ -97,8 +96,13 @@ void AppDelegate::setupPanel()
     m_panel = std::make_unique<FloatingPanel>(m_queue);
     if (!m_modelContainer)
         return;
-    m_historyView = std::make_unique<ClipboardHistoryView>(m_modelContainer->mainContext(), m_notifications,
-        m_clock, [this](const std::shared_ptr<ClipboardItem> &item) { handleItemSelected(*item); });
+    m_historyView = std::make_unique<ClipboardHistoryView>(
+        ClipboardHistoryView::Surroundings{.modelContext = m_modelContainer->mainContext(),
+            .notifications = m_notifications,
+            .queue = m_queue,
+            .clock = m_clock,
+            .caseRule = text::caseRule(QLocale())},
+        [this](const std::shared_ptr<ClipboardItem> &item) { handleItemSelected(*item); });
     registerHistoryModule();
     m_panel->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
     m_panel->setInitialProperties({{QStringLiteral("view"), QVariant::fromValue(m_historyView.get())}});

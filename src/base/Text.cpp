@@ -1,5 +1,7 @@
 #include "base/Text.h"
 
+#include "base/Graphemes.h"
+
 #include <unicode/brkiter.h>
 #include <unicode/uchar.h>
 #include <unicode/utext.h>
@@ -7,76 +9,28 @@
 
 #include <QStringDecoder>
 
-#include <array>
 #include <cstring>
 #include <memory>
 
 namespace text
 {
+
+using namespace graphemes;
+
 namespace
 {
-
-/// Whether a byte is inside a sequence, not at the start of a character.
-constexpr bool isContinuation(quint8 byte)
-{
-    return (byte & 0xc0U) == 0x80;
-}
-
-enum class Lead : quint8 {
-    Plain,    // between two such characters there is a boundary, CR LF excepted
-    Involved, // the rules of UAX #29 must be asked
-    Kana,     // one or the other
-};
-
-/// By first byte. Plain are blocks in which every character has the Grapheme_Cluster_Break value Other or
-/// Control (rules GB4, GB5, GB999) or is a whole Hangul syllable (rules GB6 to GB8 join those to conjoining
-/// letters only). A pictograph among them, as U+00A9, joins only a joiner, which is not plain.
-constexpr std::array<Lead, 256> leads()
-{
-    std::array<Lead, 256> kinds{};
-    const auto set = [&kinds](size_t first, size_t last, Lead kind) {
-        for (size_t byte = first; byte <= last; ++byte)
-            kinds[byte] = kind;
-    };
-    set(0xc0, 0xff, Lead::Involved);
-    set(0xc2, 0xcb, Lead::Plain); // U+0080 to U+02FF: Latin, IPA, modifier letters
-    set(0xd0, 0xd1, Lead::Plain); // U+0400 to U+047F: Cyrillic
-    set(0xe3, 0xe3, Lead::Kana);  // U+3000 to U+3FFF
-    set(0xe4, 0xe9, Lead::Plain); // U+4000 to U+9FFF: ideographs
-    set(0xeb, 0xec, Lead::Plain); // U+B000 to U+CFFF: most of Hangul
-    return kinds;
-}
-
-constexpr std::array<Lead, 256> Leads = leads();
-
-/// Whether the rules must be asked for the character at `at`.
-bool isInvolved(const quint8 *at, const quint8 *end)
-{
-    const Lead lead = Leads[*at];
-    if (lead != Lead::Kana)
-        return lead == Lead::Involved;
-    if (end - at < 3)
-        return true;
-    // U+3000 to U+30FF: punctuation and kana, but for tone marks (U+302A to U+302F) and voicing (U+3099,
-    // U+309A).
-    const bool isToneMark = at[1] == 0x80 && at[2] >= 0xaa && at[2] <= 0xaf;
-    const bool isVoicing = at[1] == 0x82 && (at[2] == 0x99 || at[2] == 0x9a);
-    return at[1] > 0x83 || isToneMark || isVoicing;
-}
 
 /// ICU's own iterator over a stretch of text that needs the full rules.
 qint64 clustersByRules(QByteArrayView utf8)
 {
     UErrorCode status = U_ZERO_ERROR;
-    // Made once: a text may have many involved stretches.
-    static thread_local const std::unique_ptr<icu::BreakIterator> Iterator(
-        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-    if (!Iterator)
+    icu::BreakIterator *const iterator = breakIterator();
+    if (!iterator)
         return utf8.size();
     UText *text = utext_openUTF8(nullptr, utf8.data(), utf8.size(), &status);
-    Iterator->setText(text, status);
+    iterator->setText(text, status);
     qint64 count = 0;
-    while (Iterator->next() != icu::BreakIterator::DONE)
+    while (iterator->next() != icu::BreakIterator::DONE)
         ++count;
     utext_close(text);
     return count;
@@ -115,32 +69,6 @@ const quint8 *countPlain(const quint8 *begin, const quint8 *end, qint64 &count)
             count -= *at == '\n' && afterReturn;
             afterReturn = *at == '\r';
         }
-    }
-    return at;
-}
-
-/// The end of an involved stretch: the second of two plain characters in a row, or the end of the text.
-const quint8 *endOfInvolved(const quint8 *begin, const quint8 *end)
-{
-    bool afterPlain = false;
-    for (const quint8 *at = begin; at != end; ++at) {
-        if (isContinuation(*at))
-            continue;
-        const bool isPlain = !isInvolved(at, end);
-        if (isPlain && afterPlain && !(*at == '\n' && at[-1] == '\r'))
-            return at;
-        afterPlain = isPlain;
-    }
-    return end;
-}
-
-/// The start of the last plain character before `at`, or `begin` when there is none.
-const quint8 *startOfPrevious(const quint8 *begin, const quint8 *at)
-{
-    while (at != begin) {
-        --at;
-        if (!isContinuation(*at))
-            break;
     }
     return at;
 }

@@ -117,7 +117,7 @@ std::optional<QUuid> ClipboardMonitor::defaultCategoryId(ClipboardItemType type,
     // No order is asked for: of two categories with the name, the first in the bar is it.
     const auto found = context.fetch<ClipCategory>(
         {.predicate = [&name](const ClipCategory &category) { return category.name() == name; },
-            .order = nullptr,
+            .leading = nullptr,
             .limit = 1});
     return found.empty() ? std::nullopt : std::optional(found.front()->id());
 }

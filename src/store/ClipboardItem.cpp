@@ -91,6 +91,11 @@ QByteArray ClipboardItem::contentUtf8() const
     return m_reader->readContent(rowId()).value_or(QByteArray());
 }
 
+std::unique_ptr<ContentReader> ClipboardItem::openContent() const
+{
+    return m_reader ? m_reader->openContent(rowId()) : nullptr;
+}
+
 bool ClipboardItem::contentEquals(const QByteArray &content) const
 {
     if (content.size() != m_fields.contentSize || !content.startsWith(m_fields.content))
@@ -139,11 +144,6 @@ bool ClipboardItem::newestFirst(const ClipboardItem &a, const ClipboardItem &b)
     if (a.m_fields.createdAt != b.m_fields.createdAt)
         return a.m_fields.createdAt > b.m_fields.createdAt;
     return a.sequence() > b.sequence();
-}
-
-bool ClipboardItem::pinnedFirst(const ClipboardItem &a, const ClipboardItem &b)
-{
-    return a.isPinned() != b.isPinned() ? a.isPinned() : newestFirst(a, b);
 }
 
 void ClipboardItem::releaseBytes(const ItemByteReader *reader)

@@ -9,9 +9,22 @@
 #include <QString>
 #include <QUuid>
 
+#include <memory>
 #include <optional>
 
 class Pasteboard;
+
+/// A long content, read in pieces without being loaded.
+class ContentReader
+{
+public:
+    virtual ~ContentReader() = default;
+    /// In bytes.
+    virtual qint64 size() const = 0;
+    /// At most `size` bytes from the offset on; nothing when the entry has changed since, is gone or cannot
+    /// be read.
+    virtual std::optional<QByteArray> read(qint64 offset, qint64 size) const = 0;
+};
 
 /// Reads the bytes that a saved entry does not keep in memory.
 class ItemByteReader
@@ -20,6 +33,8 @@ public:
     virtual ~ItemByteReader() = default;
     /// The whole content of the row; nothing when the row is gone or cannot be read.
     virtual std::optional<QByteArray> readContent(qint64 rowId) const = 0;
+    /// The same in pieces; null when the row is gone or cannot be read. It must not outlive the context.
+    virtual std::unique_ptr<ContentReader> openContent(qint64 rowId) const = 0;
     /// The image bytes of the row; nothing when it has none, is gone or cannot be read.
     virtual std::optional<QByteArray> readImageData(qint64 rowId) const = 0;
     /// Whether the row's content is these bytes; reads no more of it at a time than a buffer.
@@ -83,6 +98,10 @@ public:
     QByteArrayView contentHead() const { return m_fields.content; }
     /// The size of the content in bytes.
     qint64 contentSize() const { return m_fields.contentSize; }
+    /// Whether `contentHead` is the whole content.
+    bool isContentResident() const { return m_fields.content.size() == m_fields.contentSize; }
+    /// Reads a content that is not resident; null when the entry is in no store or cannot be read.
+    std::unique_ptr<ContentReader> openContent() const;
     /// Whether the content is exactly these bytes.
     bool contentEquals(const QByteArray &content) const;
 
@@ -110,8 +129,6 @@ public:
 
     /// The order of the history: later `createdAt` first; equal ones by later insertion first.
     static bool newestFirst(const ClipboardItem &a, const ClipboardItem &b);
-    /// The order of the panel: pinned entries, then the others, each `newestFirst`.
-    static bool pinnedFirst(const ClipboardItem &a, const ClipboardItem &b);
 
 private:
     friend class ModelContext;
@@ -121,7 +138,6 @@ private:
     {
         return text.isNull() ? std::nullopt : std::optional(text);
     }
-    bool isContentResident() const { return m_fields.content.size() == m_fields.contentSize; }
     /// After a save: lets go of what the row holds from now on.
     void releaseBytes(const ItemByteReader *reader);
 

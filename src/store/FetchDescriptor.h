@@ -5,15 +5,14 @@
 #include <functional>
 #include <optional>
 
-/// What to fetch: all records of a type, or those of a predicate, in an order, up to a limit.
+/// What to fetch: all records of a type, or those of a predicate, up to a limit, in the records' own order.
 template<class Model>
 struct FetchDescriptor {
     using Predicate = std::function<bool(const Model &)>;
-    /// Whether the first comes before the second: one of the record's own orders
-    /// (`ClipboardItem::newestFirst`).
-    using Order = bool (*)(const Model &, const Model &);
+    /// A flag of the record (`&ClipboardItem::isPinned`).
+    using Flag = bool (Model::*)() const;
 
     Predicate predicate;         ///< none: all
-    Order order = nullptr;       ///< none: the record's natural order
+    Flag leading = nullptr;      ///< records with this flag come before the others, each part in order
     std::optional<qint64> limit; ///< none: no limit
 };

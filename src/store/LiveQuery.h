@@ -8,12 +8,13 @@ template<class Model>
 class LiveQuery : public RecordObserver<Model>
 {
 public:
-    /// What happens to one row.
+    /// What happens to a row, or to several in a row.
     struct Change {
         enum class Kind { Inserted, Removed, Moved, Changed };
         Kind kind;
-        qsizetype row;     ///< where it is afterwards; of a `Removed` one, where it was
-        qsizetype fromRow; ///< where it was before, of a `Moved` one; else `row`
+        qsizetype row;       ///< where it is afterwards; of a `Removed` one, where it was
+        qsizetype fromRow;   ///< where it was before, of a `Moved` one; else `row`
+        qsizetype count = 1; ///< how many rows from `row` on
     };
 
     /// The descriptor's limit is not observed. A record whose field the predicate reads enters and leaves as
@@ -24,6 +25,12 @@ public:
     LiveQuery &operator=(const LiveQuery &) = delete;
 
     const std::deque<std::shared_ptr<Model>> &rows() const { return m_rows; }
+
+    /// Shows the records of another predicate from now on. Rows are removed or inserted at the end, and the
+    /// others are `Changed`: they show other records.
+    void setPredicate(typename FetchDescriptor<Model>::Predicate predicate);
+    /// What the predicate says of the record is no longer what it said before.
+    void reconsider(const std::shared_ptr<Model> &record) { recordChanged(record); }
 
     /// Called before the rows show a change, and after. A model of the rows passes them on to its views.
     std::function<void(const Change &)> onWillChange;
@@ -41,6 +48,14 @@ private:
     }
     using Kind = typename Change::Kind;
 
+    /// Whether the first comes before the second.
+    bool precedes(const Model &a, const Model &b) const
+    {
+        const auto leading = m_descriptor.leading;
+        if (leading && (a.*leading)() != (b.*leading)())
+            return (a.*leading)();
+        return RecordMapping<Model>::Order(a, b);
+    }
     /// The row that the record is in, or -1.
     qsizetype rowOf(const Model &record) const;
     /// The row that the record would be in if it were not in one yet.
@@ -59,8 +74,6 @@ LiveQuery<Model>::LiveQuery(ModelContext &context, FetchDescriptor<Model> descri
     : m_context(context)
     , m_descriptor(std::move(descriptor))
 {
-    if (!m_descriptor.order)
-        m_descriptor.order = RecordMapping<Model>::Order;
     m_descriptor.limit.reset();
     const auto found = context.fetch(m_descriptor);
     m_rows.assign(found.begin(), found.end());
@@ -71,6 +84,28 @@ template<class Model>
 LiveQuery<Model>::~LiveQuery()
 {
     m_context.records<Model>().removeObserver(*this);
+}
+
+template<class Model>
+void LiveQuery<Model>::setPredicate(typename FetchDescriptor<Model>::Predicate predicate)
+{
+    m_descriptor.predicate = std::move(predicate);
+    const auto found = m_context.fetch(m_descriptor);
+    const qsizetype before = std::ssize(m_rows);
+    const qsizetype after = std::ssize(found);
+    const qsizetype kept = std::min(before, after);
+    if (after < before) {
+        apply({Kind::Removed, after, after, before - after},
+            [&] { m_rows.erase(m_rows.begin() + after, m_rows.end()); });
+    }
+    if (kept > 0) {
+        apply({Kind::Changed, 0, 0, kept},
+            [&] { std::copy(found.begin(), found.begin() + kept, m_rows.begin()); });
+    }
+    if (after > before) {
+        apply({Kind::Inserted, before, before, after - before},
+            [&] { m_rows.insert(m_rows.end(), found.begin() + before, found.end()); });
+    }
 }
 
 template<class Model>
@@ -104,21 +139,19 @@ void LiveQuery<Model>::recordChanged(const std::shared_ptr<Model> &record)
         apply({Kind::Removed, fromRow, fromRow}, [&] { m_rows.erase(m_rows.begin() + fromRow); });
         return;
     }
-    const bool isAfterPrevious = fromRow == 0 || !m_descriptor.order(*record, *m_rows[fromRow - 1]);
-    const bool isBeforeNext =
-        fromRow + 1 == std::ssize(m_rows) || !m_descriptor.order(*m_rows[fromRow + 1], *record);
+    const bool isAfterPrevious = fromRow == 0 || !precedes(*record, *m_rows[fromRow - 1]);
+    const bool isBeforeNext = fromRow + 1 == std::ssize(m_rows) || !precedes(*m_rows[fromRow + 1], *record);
     if (isAfterPrevious && isBeforeNext) {
         apply({Kind::Changed, fromRow, fromRow}, [] {});
         return;
     }
     // Two stretches, each in order: the rows before the old one and the rows after it.
-    const auto precedes = [this](const Model &sought, const auto &other) {
-        return m_descriptor.order(sought, *other);
-    };
+    const auto comesBefore = [this](
+                                 const Model &sought, const auto &other) { return precedes(sought, *other); };
     const auto old = m_rows.begin() + fromRow;
     const qsizetype row = isAfterPrevious
-        ? std::upper_bound(old + 1, m_rows.end(), *record, precedes) - m_rows.begin() - 1
-        : std::upper_bound(m_rows.begin(), old, *record, precedes) - m_rows.begin();
+        ? std::upper_bound(old + 1, m_rows.end(), *record, comesBefore) - m_rows.begin() - 1
+        : std::upper_bound(m_rows.begin(), old, *record, comesBefore) - m_rows.begin();
     apply({Kind::Moved, row, fromRow}, [&] {
         m_rows.erase(m_rows.begin() + fromRow);
         m_rows.insert(m_rows.begin() + row, record);
@@ -137,8 +170,7 @@ template<class Model>
 qsizetype LiveQuery<Model>::rowFor(const Model &record) const
 {
     return std::upper_bound(m_rows.begin(), m_rows.end(), record,
-               [this](
-                   const Model &sought, const auto &other) { return m_descriptor.order(sought, *other); }) -
+               [this](const Model &sought, const auto &other) { return precedes(sought, *other); }) -
         m_rows.begin();
 }
 

@@ -5,6 +5,29 @@
 #include <array>
 #include <cstring>
 
+namespace
+{
+
+class RowReader : public ContentReader
+{
+public:
+    explicit RowReader(BlobReader blob)
+        : m_blob(std::move(blob))
+    {
+    }
+    qint64 size() const override { return m_blob.size(); }
+    std::optional<QByteArray> read(qint64 offset, qint64 size) const override
+    {
+        QByteArray bytes(qBound<qint64>(0, m_blob.size() - offset, size), Qt::Uninitialized);
+        return m_blob.read(bytes.data(), bytes.size(), offset) ? std::optional(bytes) : std::nullopt;
+    }
+
+private:
+    BlobReader m_blob;
+};
+
+} // namespace
+
 ModelContext::ModelContext(Database &database)
     : m_database(database)
     , m_itemIndex(records<ClipboardItem>())
@@ -101,6 +124,12 @@ std::optional<QByteArray> ModelContext::readContent(qint64 rowId) const
         return std::nullopt;
     QByteArray content(blob.value().size(), Qt::Uninitialized);
     return blob.value().read(content.data(), content.size(), 0) ? std::optional(content) : std::nullopt;
+}
+
+std::unique_ptr<ContentReader> ModelContext::openContent(qint64 rowId) const
+{
+    auto blob = m_database.openBlob("ClipboardItem", "content", rowId);
+    return blob ? std::make_unique<RowReader>(std::move(blob).value()) : nullptr;
 }
 
 std::optional<QByteArray> ModelContext::readImageData(qint64 rowId) const

@@ -57,6 +57,7 @@ public:
     }
 
     std::optional<QByteArray> readContent(qint64 rowId) const override;
+    std::unique_ptr<ContentReader> openContent(qint64 rowId) const override;
     std::optional<QByteArray> readImageData(qint64 rowId) const override;
     bool contentEquals(qint64 rowId, const QByteArray &content) const override;
 
@@ -72,17 +73,16 @@ private:
 template<class Model>
 std::vector<std::shared_ptr<Model>> ModelContext::fetch(const FetchDescriptor<Model> &descriptor) const
 {
-    const bool isNaturalOrder = !descriptor.order || descriptor.order == RecordMapping<Model>::Order;
     std::vector<std::shared_ptr<Model>> found;
     for (const auto &record : records<Model>().records()) {
-        if (isNaturalOrder && descriptor.limit && std::ssize(found) >= *descriptor.limit)
+        if (!descriptor.leading && descriptor.limit && std::ssize(found) >= *descriptor.limit)
             break;
         if (!descriptor.predicate || descriptor.predicate(*record))
             found.push_back(record);
     }
-    if (!isNaturalOrder) {
-        std::stable_sort(found.begin(), found.end(),
-            [&](const auto &a, const auto &b) { return descriptor.order(*a, *b); });
+    if (descriptor.leading) {
+        std::stable_partition(found.begin(), found.end(),
+            [&](const auto &record) { return (record.get()->*descriptor.leading)(); });
         if (descriptor.limit && std::ssize(found) > *descriptor.limit)
             found.resize(static_cast<size_t>(*descriptor.limit));
     }

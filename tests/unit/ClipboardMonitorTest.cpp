@@ -46,7 +46,7 @@ protected:
     {
         const auto found = m_store.context().fetch<ClipCategory>(
             {.predicate = [&name](const ClipCategory &c) { return c.name() == name; },
-                .order = nullptr,
+                .leading = nullptr,
                 .limit = 1});
         return found.empty() ? QUuid() : found.front()->id();
     }

@@ -1,7 +1,6 @@
-#include "base/Notifications.h"
+#include "ui/history/HistoryListModel.h"
 #include "fakes/FixedClock.h"
 #include "support/TemporaryStore.h"
-#include "ui/history/ClipboardHistoryView.h"
 
 #include <QAbstractItemModelTester>
 
@@ -32,7 +31,6 @@ protected:
 
     TemporaryStore m_store;
     FixedClock m_clock;
-    NotificationCenter m_notifications;
 };
 
 TEST_F(HistoryList, ShowsPinnedEntriesFirstAndEachPartNewestFirst)
@@ -76,70 +74,6 @@ TEST_F(HistoryList, AFileShowsItsNameAndItsFolder)
     add("/home/ann/report.pdf", ClipboardItemType::File);
     EXPECT_EQ(model.index(0).data(HistoryListModel::Title).toString(), QStringLiteral("report.pdf"));
     EXPECT_EQ(model.index(0).data(HistoryListModel::Folder).toString(), QStringLiteral("/home/ann"));
-}
-
-TEST_F(HistoryList, TheHighlightStopsAtBothEnds)
-{
-    ClipboardHistoryView view(m_store.context(), m_notifications, m_clock, {});
-    add("b");
-    add("a");
-    EXPECT_TRUE(view.handleKey(Qt::Key_Up));
-    EXPECT_EQ(view.selectedIndex(), 0);
-    view.handleKey(Qt::Key_Down);
-    view.handleKey(Qt::Key_Down);
-    EXPECT_EQ(view.selectedIndex(), 1);
-}
-
-TEST_F(HistoryList, ReturnPicksTheHighlightedEntry)
-{
-    std::shared_ptr<ClipboardItem> picked;
-    ClipboardHistoryView view(m_store.context(), m_notifications, m_clock,
-        [&picked](const std::shared_ptr<ClipboardItem> &item) { picked = item; });
-    const auto older = add("older");
-    add("newer");
-    view.handleKey(Qt::Key_Down);
-    view.handleKey(Qt::Key_Return);
-    EXPECT_EQ(picked, older);
-}
-
-TEST_F(HistoryList, WithoutEntriesTheKeysDoNothing)
-{
-    int picks = 0;
-    ClipboardHistoryView view(
-        m_store.context(), m_notifications, m_clock, [&picks](const auto &) { ++picks; });
-    for (const int key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Return})
-        view.handleKey(key);
-    EXPECT_EQ(picks, 0);
-    EXPECT_EQ(view.selectedIndex(), 0);
-}
-
-TEST_F(HistoryList, EscapeIsLeftToThePanel)
-{
-    ClipboardHistoryView view(m_store.context(), m_notifications, m_clock, {});
-    EXPECT_FALSE(view.handleKey(Qt::Key_Escape));
-}
-
-TEST_F(HistoryList, ShowingThePanelHighlightsTheFirstRow)
-{
-    ClipboardHistoryView view(m_store.context(), m_notifications, m_clock, {});
-    add("b");
-    add("a");
-    view.handleKey(Qt::Key_Down);
-    m_notifications.post(notification::panelWillShow());
-    EXPECT_EQ(view.selectedIndex(), 0);
-}
-
-TEST_F(HistoryList, AHighlightBeyondAShrunkenListPicksNothing)
-{
-    int picks = 0;
-    ClipboardHistoryView view(
-        m_store.context(), m_notifications, m_clock, [&picks](const auto &) { ++picks; });
-    const auto b = add("b");
-    add("a");
-    view.handleKey(Qt::Key_Down);
-    m_store.context().remove(b);
-    view.handleKey(Qt::Key_Return);
-    EXPECT_EQ(picks, 0);
 }
 
 } // namespace

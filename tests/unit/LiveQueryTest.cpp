@@ -84,7 +84,7 @@ TEST_F(LiveQueries, TellAPinAsAMoveInTheOrderOfThePanel)
     const auto a = add("a");
     add("b");
     add("c");
-    Query query(m_store.context(), {.predicate = nullptr, .order = &ClipboardItem::pinnedFirst, .limit = {}});
+    Query query(m_store.context(), {.predicate = nullptr, .leading = &ClipboardItem::isPinned, .limit = {}});
     record(query);
     a->setPinned(true);
     expectChange(Kind::Moved, 0, 2);
@@ -99,7 +99,7 @@ TEST_F(LiveQueries, RecordsEnterAndLeaveAsThePredicateSays)
     const auto a = add("a");
     Query query(m_store.context(),
         {.predicate = [](const ClipboardItem &item) { return item.isPinned(); },
-            .order = nullptr,
+            .leading = nullptr,
             .limit = {}});
     record(query);
     a->setPinned(true);
@@ -125,7 +125,7 @@ TEST_F(LiveQueries, FollowTheOrderOfCategories)
 
 TEST_F(LiveQueries, AgreeWithAFetchAfterAnyChanges)
 {
-    Query query(m_store.context(), {.predicate = nullptr, .order = &ClipboardItem::pinnedFirst, .limit = {}});
+    Query query(m_store.context(), {.predicate = nullptr, .leading = &ClipboardItem::isPinned, .limit = {}});
     std::vector<std::shared_ptr<ClipboardItem>> mirror;
     query.onDidChange = [&](const Query::Change &change) {
         if (change.kind == Kind::Inserted)
@@ -151,7 +151,7 @@ TEST_F(LiveQueries, AgreeWithAFetchAfterAnyChanges)
             m_store.context().remove(std::shared_ptr<ClipboardItem>(rows[pick]));
     }
     const auto fetched = m_store.context().fetch<ClipboardItem>(
-        {.predicate = nullptr, .order = &ClipboardItem::pinnedFirst, .limit = {}});
+        {.predicate = nullptr, .leading = &ClipboardItem::isPinned, .limit = {}});
     EXPECT_EQ(mirror, fetched);
     EXPECT_TRUE(std::equal(fetched.begin(), fetched.end(), query.rows().begin(), query.rows().end()));
 }

@@ -79,13 +79,14 @@ TEST_F(Context, FetchesByPredicateOrderAndLimit)
     add("d");
     const auto texts = [](const ClipboardItem &item) { return item.type() == ClipboardItemType::Text; };
     const auto found = m_store.context().fetch<ClipboardItem>(
-        {.predicate = texts, .order = &ClipboardItem::pinnedFirst, .limit = 2});
+        {.predicate = texts, .leading = &ClipboardItem::isPinned, .limit = 2});
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(found[0]->contentUtf8(), "c");
     EXPECT_EQ(found[1]->contentUtf8(), "d");
     EXPECT_EQ(m_store.context().fetchCount<ClipboardItem>(), 4);
     EXPECT_EQ(
-        m_store.context().fetchCount<ClipboardItem>({.predicate = texts, .order = nullptr, .limit = {}}), 3);
+        m_store.context().fetchCount<ClipboardItem>({.predicate = texts, .leading = nullptr, .limit = {}}),
+        3);
 }
 
 TEST_F(Context, EveryFieldSurvivesAReopening)

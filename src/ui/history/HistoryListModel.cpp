@@ -42,18 +42,10 @@ QString folder(const ClipboardItem &item)
 } // namespace
 
 HistoryListModel::HistoryListModel(ModelContext &context, const Clock &clock)
-    : m_clock(clock)
-    , m_filteredItems(
-          context, {.predicate = nullptr, .order = &ClipboardItem::pinnedFirst, .limit = std::nullopt})
+    : LiveQueryModel(
+          context, {.predicate = nullptr, .leading = &ClipboardItem::isPinned, .limit = std::nullopt})
+    , m_clock(clock)
 {
-    m_filteredItems.onWillChange = [this](const Query::Change &change) { willChange(change); };
-    m_filteredItems.onDidChange = [this](const Query::Change &change) { didChange(change); };
-}
-
-std::shared_ptr<ClipboardItem> HistoryListModel::item(qsizetype row) const
-{
-    const auto &rows = m_filteredItems.rows();
-    return row >= 0 && row < std::ssize(rows) ? rows[static_cast<size_t>(row)] : nullptr;
 }
 
 void HistoryListModel::refreshAges()
@@ -62,14 +54,9 @@ void HistoryListModel::refreshAges()
         Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Age});
 }
 
-int HistoryListModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : static_cast<int>(m_filteredItems.rows().size());
-}
-
 QVariant HistoryListModel::data(const QModelIndex &index, int role) const
 {
-    const auto shown = item(index.row());
+    const auto shown = record(index.row());
     if (!shown)
         return {};
     switch (role) {
@@ -99,45 +86,4 @@ QHash<int, QByteArray> HistoryListModel::roleNames() const
 {
     return {{Preview, "preview"}, {Title, "title"}, {Folder, "folder"}, {TypeName, "typeName"},
         {TypeIcon, "typeIcon"}, {Age, "age"}, {SourceApp, "sourceApp"}, {IsPinned, "isPinned"}};
-}
-
-void HistoryListModel::willChange(const Query::Change &change)
-{
-    const int row = static_cast<int>(change.row);
-    const int fromRow = static_cast<int>(change.fromRow);
-    switch (change.kind) {
-    case Query::Change::Kind::Inserted:
-        beginInsertRows({}, row, row);
-        break;
-    case Query::Change::Kind::Removed:
-        beginRemoveRows({}, row, row);
-        break;
-    case Query::Change::Kind::Moved:
-        // Qt names the row before which it goes, counted before the move.
-        beginMoveRows({}, fromRow, fromRow, {}, row > fromRow ? row + 1 : row);
-        break;
-    case Query::Change::Kind::Changed:
-        break;
-    }
-}
-
-void HistoryListModel::didChange(const Query::Change &change)
-{
-    switch (change.kind) {
-    case Query::Change::Kind::Inserted:
-        endInsertRows();
-        break;
-    case Query::Change::Kind::Removed:
-        endRemoveRows();
-        break;
-    case Query::Change::Kind::Moved:
-        endMoveRows();
-        break;
-    case Query::Change::Kind::Changed:
-        break;
-    }
-    if (change.kind == Query::Change::Kind::Moved || change.kind == Query::Change::Kind::Changed) {
-        const QModelIndex changed = index(static_cast<int>(change.row));
-        Q_EMIT dataChanged(changed, changed);
-    }
 }

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "base/Clock.h"
-#include "store/LiveQuery.h"
+#include "ui/history/LiveQueryModel.h"
 
-#include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
 /// The rows of the history list, as views see them: they follow the store change by change.
-class HistoryListModel : public QAbstractListModel
+class HistoryListModel : public LiveQueryModel<ClipboardItem>
 {
     Q_OBJECT
     QML_ELEMENT
@@ -28,22 +27,20 @@ public:
     /// Both must outlive it.
     HistoryListModel(ModelContext &context, const Clock &clock);
 
-    /// The entry in a row; null when there is no such row.
-    std::shared_ptr<ClipboardItem> item(qsizetype row) const;
+    /// Lists the entries that the filter lets pass; all when it is empty.
+    void setFilter(FetchDescriptor<ClipboardItem>::Predicate filter)
+    {
+        query().setPredicate(std::move(filter));
+    }
+    /// What the filter says of the entry is no longer what it said before.
+    void reconsider(const std::shared_ptr<ClipboardItem> &item) { query().reconsider(item); }
 
     /// The ages have grown: views read them again.
     void refreshAges();
 
-    int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
 private:
-    using Query = LiveQuery<ClipboardItem>;
-
-    void willChange(const Query::Change &change);
-    void didChange(const Query::Change &change);
-
     const Clock &m_clock;
-    Query m_filteredItems;
 };
