@@ -7,8 +7,10 @@
 #include "store/Seeding.h"
 #include "ui/history/ClipboardHistoryView.h"
 #include "ui/history/HistoryModule.h"
+#include "ui/style/SymbolProvider.h"
 #include "ui/style/Symbols.h"
 
+#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
 
@@ -34,17 +36,13 @@ QString nameOf(const std::shared_ptr<RunningApplication> &application)
 
 } // namespace
 
-AppDelegate::AppDelegate()
-    : m_defaults(UserDefaults::defaultFilePath())
-    , m_pasteboard(platform::loadPasteboard())
-    , m_workspace(platform::loadWorkspace())
-    , m_hotKeyCenter(platform::loadHotKeyCenter())
-    , m_eventPoster(platform::loadEventPoster(m_queue, *m_workspace))
-    , m_scripting(platform::loadScriptingService(*m_workspace))
-    , m_screens(platform::loadScreens())
-    , m_statusBar(platform::loadStatusBar())
-    , m_unifiedLog(platform::loadUnifiedLog())
-    , m_pasteService(*m_eventPoster, *m_scripting, *m_unifiedLog, m_clock, PasteService::defaultLogFilePath())
+AppDelegate::AppDelegate(MainQueue &queue, Ports ports, const Paths &paths)
+    : m_queue(queue)
+    , m_fileReader(queue)
+    , m_storePath(paths.store)
+    , m_defaults(paths.preferences)
+    , m_ports(std::move(ports))
+    , m_pasteService(*m_ports.eventPoster, *m_ports.scripting, *m_ports.unifiedLog, m_clock, paths.log)
 {
 }
 
@@ -72,7 +70,7 @@ void AppDelegate::applicationWillTerminate()
 
 void AppDelegate::setupModelContainer()
 {
-    auto container = ModelContainer::open(ModelContainer::defaultFilePath());
+    auto container = ModelContainer::open(m_storePath);
     if (!container) {
         consoleLine(QStringLiteral("Failed to create ModelContainer: ") + container.error().description);
         return;
@@ -88,7 +86,8 @@ void AppDelegate::setupStatusItem()
     const auto image = [](int pixels, const QColor &color) {
         return symbol::image(QStringLiteral("clipboard.fill"), QSize(pixels, pixels), color);
     };
-    m_statusItem = m_statusBar->statusItem({QStringLiteral("Larkspool"), image}, [this] { togglePanel(); });
+    m_statusItem =
+        m_ports.statusBar->statusItem({QStringLiteral("Larkspool"), image}, [this] { togglePanel(); });
 }
 
 void AppDelegate::setupPanel()
@@ -103,10 +102,22 @@ void AppDelegate::setupPanel()
             .clock = m_clock,
             .caseRule = text::caseRule(QLocale())},
         [this](const std::shared_ptr<ClipboardItem> &item) { handleItemSelected(*item); });
+    m_engine = std::make_unique<QQmlEngine>();
     registerHistoryModule();
-    m_panel->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
-    m_panel->setInitialProperties({{QStringLiteral("view"), QVariant::fromValue(m_historyView.get())}});
-    m_panel->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Larkspool/History/ClipboardHistory.qml")));
+    m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    installSymbols(*m_engine);
+    QQmlComponent content(
+        m_engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/Larkspool/History/ClipboardHistory.qml")));
+    auto rootView =
+        std::unique_ptr<QQuickItem>(qobject_cast<QQuickItem *>(content.createWithInitialProperties(
+            {{QStringLiteral("view"), QVariant::fromValue(m_historyView.get())}})));
+    if (!rootView) {
+        consoleLine(QStringLiteral("[Larkspool] The panel has no content: ") + content.errorString());
+        return;
+    }
+    auto hostingView = std::make_unique<TransparentHostingView>(m_queue);
+    hostingView->setRootView(std::move(rootView));
+    m_panel->setContentView(std::move(hostingView));
 }
 
 void AppDelegate::startClipboardMonitoring()
@@ -114,19 +125,19 @@ void AppDelegate::startClipboardMonitoring()
     if (!m_modelContainer)
         return;
     m_clipboardMonitor = std::make_unique<ClipboardMonitor>(
-        *m_modelContainer, *m_pasteboard, *m_workspace, m_fileReader, m_queue, m_clock);
+        *m_modelContainer, *m_ports.pasteboard, *m_ports.workspace, m_fileReader, m_queue, m_clock);
     m_clipboardMonitor->startMonitoring();
 }
 
 void AppDelegate::setupHotkey()
 {
-    m_hotkeyService = std::make_unique<HotkeyService>(*m_hotKeyCenter);
+    m_hotkeyService = std::make_unique<HotkeyService>(*m_ports.hotKeyCenter);
     m_hotkeyService->registerHotkey(loadKeyCombo(), [this] { togglePanel(); });
 }
 
 void AppDelegate::requestAccessibilityIfNeeded()
 {
-    if (m_eventPoster->isProcessTrustedWithPrompt())
+    if (m_ports.eventPoster->isProcessTrustedWithPrompt())
         return;
     consoleLine(
         QStringLiteral("[Larkspool] Accessibility permission not granted — paste simulation won't work "
@@ -158,8 +169,8 @@ void AppDelegate::togglePanel()
 
 void AppDelegate::showPanel()
 {
-    m_previousApp = m_workspace->frontmostApplication();
-    if (const auto frame = m_screens->visibleFrame())
+    m_previousApp = m_ports.workspace->frontmostApplication();
+    if (const auto frame = m_ports.screens->visibleFrame())
         m_panel->centerIn(*frame);
     m_notifications.post(notification::panelWillShow());
     m_panel->makeKeyAndOrderFront();
@@ -170,8 +181,8 @@ void AppDelegate::scheduleFocusRetries()
 {
     for (const auto delay : FocusRetries) {
         m_queue.asyncAfter(delay, m_lifetime.guard([this] {
-            if (m_panel->isVisible() && m_panel->rootObject())
-                m_panel->rootObject()->forceActiveFocus();
+            if (m_panel->isVisible())
+                m_panel->makeContentFirstResponder();
         }));
     }
 }
@@ -180,7 +191,7 @@ void AppDelegate::handleItemSelected(const ClipboardItem &item)
 {
     m_pasteService.log(
         QStringLiteral("handleItemSelected: ") + text::prefix(item.contentHead(), LoggedContentLength));
-    item.copyToPasteboard(*m_pasteboard);
+    item.copyToPasteboard(*m_ports.pasteboard);
     m_pasteService.log(QStringLiteral("Copied to pasteboard"));
     m_panel->orderOut();
     const qint64 processIdentifier = m_previousApp ? m_previousApp->processIdentifier() : -1;
@@ -198,7 +209,7 @@ void AppDelegate::activateAndPaste(const std::shared_ptr<RunningApplication> &ta
     m_queue.asyncAfter(PasteDelay, m_lifetime.guard([this, target] {
         m_pasteService.log(QStringLiteral("Target active: %1, frontmost: %2")
                                .arg(target->isActive() ? QStringLiteral("true") : QStringLiteral("false"),
-                                   nameOf(m_workspace->frontmostApplication())));
+                                   nameOf(m_ports.workspace->frontmostApplication())));
         m_pasteService.simulatePaste();
     }));
 }

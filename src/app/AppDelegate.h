@@ -7,7 +7,14 @@
 #include "base/NotificationCenter.h"
 #include "base/UserDefaults.h"
 #include "capture/ClipboardMonitor.h"
-#include "platform/PlatformLoader.h"
+#include "platform/EventPoster.h"
+#include "platform/HotKeyCenter.h"
+#include "platform/Pasteboard.h"
+#include "platform/Screens.h"
+#include "platform/ScriptingService.h"
+#include "platform/StatusBar.h"
+#include "platform/UnifiedLog.h"
+#include "platform/Workspace.h"
 #include "services/HotkeyService.h"
 #include "services/PasteService.h"
 #include "store/ModelContainer.h"
@@ -18,6 +25,7 @@
 
 class ClipboardHistoryView;
 class FloatingPanel;
+class QQmlEngine;
 
 /// The application's controller and composition root: it makes every part once and hands each what it needs.
 /// It shows and hides the panel, remembers which application was in front before, and pastes what the user
@@ -27,7 +35,25 @@ class AppDelegate : public QObject
     Q_OBJECT
 
 public:
-    AppDelegate();
+    /// What the desktop does for it: a back end for each port, none of them null.
+    struct Ports {
+        std::unique_ptr<Pasteboard> pasteboard;
+        std::unique_ptr<Workspace> workspace;
+        std::unique_ptr<HotKeyCenter> hotKeyCenter;
+        std::unique_ptr<EventPoster> eventPoster;
+        std::unique_ptr<ScriptingService> scripting;
+        std::unique_ptr<Screens> screens;
+        std::unique_ptr<StatusBar> statusBar;
+        std::unique_ptr<UnifiedLog> unifiedLog;
+    };
+    /// Where it keeps what it keeps.
+    struct Paths {
+        QString store = ModelContainer::defaultFilePath();
+        QString preferences = UserDefaults::defaultFilePath();
+        QString log = PasteService::defaultLogFilePath();
+    };
+    /// The queue must outlive it.
+    AppDelegate(MainQueue &queue, Ports ports, const Paths &paths);
     ~AppDelegate() override;
 
     /// Opens the store and puts every part to work.
@@ -37,6 +63,12 @@ public:
 
     /// Hides the panel when it is shown, shows it when it is hidden.
     void togglePanel();
+
+    /// The panel, for whoever looks at the program from outside; null before launch.
+    FloatingPanel *panel() const { return m_panel.get(); }
+    /// The content of the panel; null without a store.
+    ClipboardHistoryView *historyView() const { return m_historyView.get(); }
+    NotificationCenter &notifications() { return m_notifications; }
 
 private:
     void setupModelContainer();
@@ -56,24 +88,18 @@ private:
     void saveAgainLater();
 
     SystemClock m_clock;
-    EventLoopQueue m_queue;
-    ThreadedFileReader m_fileReader{m_queue};
+    MainQueue &m_queue;
+    ThreadedFileReader m_fileReader;
     NotificationCenter m_notifications;
+    QString m_storePath;
     UserDefaults m_defaults;
-
-    std::unique_ptr<Pasteboard> m_pasteboard;
-    std::unique_ptr<Workspace> m_workspace;
-    std::unique_ptr<HotKeyCenter> m_hotKeyCenter;
-    std::unique_ptr<EventPoster> m_eventPoster;
-    std::unique_ptr<ScriptingService> m_scripting;
-    std::unique_ptr<Screens> m_screens;
-    std::unique_ptr<StatusBar> m_statusBar;
-    std::unique_ptr<UnifiedLog> m_unifiedLog;
+    Ports m_ports;
     PasteService m_pasteService;
 
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<ModelContainer> m_modelContainer;
     std::unique_ptr<ClipboardHistoryView> m_historyView;
+    std::unique_ptr<QQmlEngine> m_engine;
     std::unique_ptr<FloatingPanel> m_panel;
     std::unique_ptr<ClipboardMonitor> m_clipboardMonitor;
     std::unique_ptr<HotkeyService> m_hotkeyService;

@@ -28,7 +28,6 @@ FloatingPanel::FloatingPanel(MainQueue &queue)
     // A dialog: window managers centre it, tiling ones float it, and it gets the focus like any window.
     setFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setColor(Qt::transparent);
-    setResizeMode(QQuickView::SizeRootObjectToView);
     setMinimumSize(Size);
     setMaximumSize(Size);
     resize(Size);
@@ -37,6 +36,19 @@ FloatingPanel::FloatingPanel(MainQueue &queue)
 }
 
 FloatingPanel::~FloatingPanel() = default;
+
+void FloatingPanel::setContentView(std::unique_ptr<TransparentHostingView> contentView)
+{
+    m_contentView = std::move(contentView);
+    m_contentView->setParentItem(contentItem());
+    m_contentView->setSize(Size);
+}
+
+void FloatingPanel::makeContentFirstResponder()
+{
+    if (m_contentView)
+        m_contentView->forceActiveFocus();
+}
 
 void FloatingPanel::makeKeyAndOrderFront()
 {
@@ -60,7 +72,7 @@ void FloatingPanel::centerIn(const QRect &frame)
 void FloatingPanel::keyPressEvent(QKeyEvent *event)
 {
     event->ignore();
-    QQuickView::keyPressEvent(event);
+    QQuickWindow::keyPressEvent(event);
     if (!event->isAccepted() && event->key() == Qt::Key_Escape)
         cancelOperation();
 }

@@ -1,13 +1,14 @@
 #pragma once
 
+#include "app/TransparentHostingView.h"
 #include "base/Lifetime.h"
 #include "base/MainQueue.h"
 
-#include <QQuickView>
+#include <QQuickWindow>
 
 /// The window that floats above others and shows the history: borderless, transparent where its content is,
 /// always ready to take the keyboard. It hides on Escape and when the application is no longer active.
-class FloatingPanel : public QQuickView
+class FloatingPanel : public QQuickWindow
 {
     Q_OBJECT
 
@@ -18,6 +19,13 @@ public:
     explicit FloatingPanel(MainQueue &queue);
     ~FloatingPanel() override;
 
+    /// Shows the view in all of its area, and owns it.
+    void setContentView(std::unique_ptr<TransparentHostingView> contentView);
+    /// Null while there is none.
+    TransparentHostingView *contentView() const { return m_contentView.get(); }
+
+    /// Gives the keyboard focus within the panel to the content.
+    void makeContentFirstResponder();
     /// Shows it above the others and asks for the keyboard focus.
     void makeKeyAndOrderFront();
     void orderOut();
@@ -33,5 +41,6 @@ private:
     void applicationStateChanged(Qt::ApplicationState state);
 
     MainQueue &m_queue;
+    std::unique_ptr<TransparentHostingView> m_contentView;
     Lifetime m_lifetime;
 };

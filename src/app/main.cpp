@@ -12,6 +12,21 @@
 namespace
 {
 
+/// The best back ends that this session offers.
+AppDelegate::Ports loadPorts(MainQueue &queue)
+{
+    AppDelegate::Ports ports;
+    ports.pasteboard = platform::loadPasteboard();
+    ports.workspace = platform::loadWorkspace();
+    ports.hotKeyCenter = platform::loadHotKeyCenter();
+    ports.eventPoster = platform::loadEventPoster(queue, *ports.workspace);
+    ports.scripting = platform::loadScriptingService(*ports.workspace);
+    ports.screens = platform::loadScreens();
+    ports.statusBar = platform::loadStatusBar();
+    ports.unifiedLog = platform::loadUnifiedLog();
+    return ports;
+}
+
 /// Whether there is a desktop to talk to; the toolkit would end the program with a core dump otherwise.
 bool hasDisplay()
 {
@@ -52,7 +67,8 @@ int main(int argumentCount, char **arguments)
     case SingleInstance::Claim::Unknown:
         break;
     }
-    AppDelegate delegate;
+    EventLoopQueue queue;
+    AppDelegate delegate(queue, loadPorts(queue), AppDelegate::Paths());
     instance->onActivate = [&delegate](const QString &) { delegate.togglePanel(); };
     delegate.applicationDidFinishLaunching();
     const int status = QGuiApplication::exec();

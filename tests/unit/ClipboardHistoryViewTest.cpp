@@ -460,6 +460,25 @@ TEST_F(HistoryView, AnotherCategoryHighlightsTheFirstRow)
     EXPECT_EQ(view->selectedIndex(), 0);
 }
 
+TEST_F(HistoryView, AClickOnAChipFiltersByItAndASecondOneEndsThat)
+{
+    const auto category = addCategory(QStringLiteral("Text"));
+    addCategory(QStringLiteral("URL"));
+    const auto view = makeView();
+    add("b");
+    add("a");
+    press(*view, Qt::Key_Down);
+    view->clickChip(0);
+    EXPECT_EQ(view->selectedFilterId(), category->id());
+    EXPECT_EQ(view->selectedIndex(), 0);
+    press(*view, Qt::Key_Down);
+    view->clickChip(0);
+    EXPECT_EQ(view->selectedFilterId(), std::nullopt);
+    EXPECT_EQ(view->selectedIndex(), 1);
+    view->clickChip(7);
+    EXPECT_EQ(view->selectedFilterId(), std::nullopt);
+}
+
 TEST_F(HistoryView, TheChosenCategoryIsMarked)
 {
     addCategory(QStringLiteral("a"));

@@ -1,6 +1,8 @@
 #include "services/PasteService.h"
 
 #include "fakes/FakeEventPoster.h"
+#include "fakes/FakeScriptingService.h"
+#include "fakes/FakeUnifiedLog.h"
 #include "fakes/FixedClock.h"
 
 #include <QFile>
@@ -10,48 +12,6 @@
 
 namespace
 {
-
-/// A scripting service whose scripts come out as the test says.
-class FakeScriptingService : public ScriptingService
-{
-public:
-    bool understands = true;
-    std::optional<Error> failure;
-    QString source;
-
-    std::unique_ptr<Script> compile(const QString &text) override
-    {
-        source = text;
-        return understands ? std::make_unique<FakeScript>(failure) : nullptr;
-    }
-
-private:
-    class FakeScript : public Script
-    {
-    public:
-        explicit FakeScript(std::optional<Error> failure)
-            : m_failure(std::move(failure))
-        {
-        }
-        void execute(Done onDone) override
-        {
-            onDone(m_failure ? Result<Success>(*m_failure) : Result<Success>(Success()));
-        }
-
-    private:
-        std::optional<Error> m_failure;
-    };
-};
-
-class FakeUnifiedLog : public UnifiedLog
-{
-public:
-    QStringList lines;
-    void info(const QString &category, const QString &line) override
-    {
-        lines.append(category + QLatin1Char('|') + line);
-    }
-};
 
 class Paste : public ::testing::Test
 {

@@ -4,35 +4,75 @@ import QtQuick
 import Larkspool.History
 import Larkspool.Style
 
-/// The panel's content: a count and the list.
-Rectangle {
+/// The panel's content: a count, the search, the categories and the list.
+FocusScope {
     id: root
 
     required property ClipboardHistoryView view
 
-    color: Theme.panel
-    radius: Theme.panelRadius
     focus: true
 
-    Keys.onPressed: event => event.accepted = root.view.handleKey(event.key)
+    Keys.onPressed: event => event.accepted = root.view.handleKey(event.key, event.modifiers, event.text)
 
-    Text {
-        id: count
+    Connections {
+        target: root.view
+
+        function onFocusChanged() {
+            if (root.view.focus === ClipboardHistoryView.Search)
+                search.takeFocus()
+            else if (root.view.focus === ClipboardHistoryView.View)
+                list.forceActiveFocus()
+        }
+
+        function onWasReset() {
+            // positionViewAtBeginning would leave the margin out.
+            list.contentY = list.originY - list.topMargin
+        }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.panel
+        radius: Theme.panelRadius
+    }
+
+    Column {
+        id: head
 
         anchors.left: parent.left
+        anchors.right: parent.right
         anchors.top: parent.top
-        anchors.margins: 20
-        text: list.count === 1 ? "1 item" : list.count + " items"
-        color: Theme.primaryText
-        font.pixelSize: 14
-        font.weight: Font.DemiBold
+        anchors.leftMargin: Theme.margin
+        anchors.rightMargin: Theme.margin
+        anchors.topMargin: 14
+        spacing: 12
+
+        Text {
+            text: list.count === 1 ? "1 item" : list.count + " items"
+            color: Theme.primaryText
+            font.pixelSize: 14
+            font.weight: Font.DemiBold
+        }
+
+        SearchField {
+            id: search
+
+            width: parent.width
+            visible: root.view.isSearchExpanded
+            view: root.view
+        }
+
+        CategoryBar {
+            width: parent.width
+            view: root.view
+        }
     }
 
     Rectangle {
         id: separator
 
-        anchors.top: count.bottom
-        anchors.topMargin: 16
+        anchors.top: head.bottom
+        anchors.topMargin: 10
         width: parent.width
         height: 1
         color: Theme.separator
@@ -50,6 +90,8 @@ Rectangle {
         rightMargin: 16
         spacing: 12
         clip: true
+        focus: true
+        keyNavigationEnabled: false
         model: root.view.filteredItems
         topMargin: Theme.listMargin
         bottomMargin: Theme.listMargin
@@ -64,6 +106,13 @@ Rectangle {
         Accessible.role: Accessible.List
         Accessible.name: "History"
 
+        onActiveFocusChanged: {
+            if (activeFocus)
+                root.view.setFocus(ClipboardHistoryView.View)
+            else
+                root.view.endFocus(ClipboardHistoryView.View)
+        }
+
         delegate: ClipboardItemRow {
             id: row
 
@@ -71,29 +120,34 @@ Rectangle {
             isSelected: row.index === root.view.selectedIndex
             onClicked: root.view.selectAndPaste(row.index)
         }
+    }
 
-        Connections {
-            target: root.view
+    Column {
+        anchors.centerIn: list
+        visible: list.count === 0
+        spacing: 6
 
-            function onWasReset() {
-                // positionViewAtBeginning would leave the margin out.
-                list.contentY = list.originY - list.topMargin
-            }
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: "No items found"
+            color: Theme.secondaryText
+            font.pixelSize: 15
+            font.weight: Font.DemiBold
+        }
+
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: root.view.searchText !== "" ? "Try a different search term" : "Copy something to get started"
+            color: Theme.tertiaryText
+            font.pixelSize: 12
         }
     }
 
-    Text {
-        anchors.centerIn: list
-        visible: list.count === 0
-        text: "Copy something, and it is here."
-        color: Theme.secondaryText
-        font.pixelSize: 14
-    }
-
+    // On its own, over the fill: where windows are not composed, a thin line over nothing would be black.
     Rectangle {
         anchors.fill: parent
         color: "transparent"
-        radius: root.radius
+        radius: Theme.panelRadius
         border.width: 1
         border.color: Theme.panelBorder
     }

@@ -172,6 +172,19 @@ void ClipboardHistoryView::selectAndPaste(int row)
     pasteSelected();
 }
 
+void ClipboardHistoryView::clickChip(int row)
+{
+    const auto category = m_categories.record(row);
+    if (!category)
+        return;
+    if (category->id() == m_selectedFilterId) {
+        setSelectedFilterId(std::nullopt);
+        return;
+    }
+    setSelectedFilterId(category->id());
+    setSelectedIndex(0);
+}
+
 void ClipboardHistoryView::pasteSelected()
 {
     const auto item = m_filteredItems.record(m_selectedIndex);

@@ -97,6 +97,9 @@ public:
     Q_INVOKABLE bool handleKey(int key, int modifiers, const QString &text);
     /// A click on a row: highlights and pastes it.
     Q_INVOKABLE void selectAndPaste(int row);
+    /// A click on a category's chip: filters by it, or ends the filter when it is the chosen one, in which
+    /// case the highlight stays.
+    Q_INVOKABLE void clickChip(int row);
     /// The highlight a row down or up; whether there was one.
     bool moveSelection(int distance);
     /// The highlight of the category search, by the same rule.

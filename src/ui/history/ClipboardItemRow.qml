@@ -67,6 +67,7 @@ Item {
                     anchors.centerIn: parent
                     name: row.typeIcon
                     size: 17
+                    color: "white"
                 }
             }
 
@@ -150,6 +151,7 @@ Item {
             visible: row.isPinned
             name: row.isPinned ? "pin.fill" : ""
             size: 12
+            color: Theme.selection
         }
 
         Rectangle {
