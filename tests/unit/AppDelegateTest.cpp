@@ -273,16 +273,6 @@ TEST_F(Controller, TheContentIsMadeFirstResponderThreeTimes)
     }
 }
 
-TEST_F(Controller, FocusRetriesLeaveAHiddenPanelAlone)
-{
-    launch();
-    pressHotKey();
-    pressHotKey();
-    delegate->panel()->contentView()->setFocus(false);
-    queue.advanceBy(1s);
-    EXPECT_FALSE(delegate->panel()->contentView()->hasFocus());
-}
-
 // Pasting
 
 TEST_F(Controller, APickedEntryIsPastedIntoTheApplicationThatWasInFront)
@@ -374,7 +364,6 @@ TEST_F(Controller, AProgramThatEndsWithinTheDelayPostsNothing)
     workspace->bringToFront(QStringLiteral("Editor"), std::nullopt, 42);
     pressHotKey();
     pick();
-    const QString logPath = path("larkspool_debug.log");
     delegate.reset();
     queue.advanceBy(1s);
     EXPECT_EQ(log().size(), 3);
