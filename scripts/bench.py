@@ -16,11 +16,14 @@ sys.path.insert(0, str(ROOT / "tests" / "session"))
 sys.dont_write_bytecode = True
 
 from harness import Desktop, Larkspool, Store, pictures, programs, wait_until  # noqa: E402
+from harness.pixels import Pixels  # noqa: E402
 from harness.owner import Background, Owner, SilentAfterTargets  # noqa: E402
 
 SMALL = ROOT / "build" / "release" / "bench" / "larkspool_bench"
 MB = 1_000_000
 STARTS = 7
+SHOWINGS = 40
+SEARCHES = 6
 SAVES = "/iterations:400/repeats:5/real_time"
 REPEATS = "/repeats:5"
 
@@ -55,11 +58,16 @@ def milliseconds(name):
     return lambda results: results[name]["real_time"] / 1e6
 
 
+def counter(name, key):
+    return lambda results: results[name][key]
+
+
 def per_run(name, key):
     """A counter over all of a benchmark's runs, per run, to a thousandth: setting up and ending count once."""
     return lambda results: round(results[name][key] / results[name]["iterations"], 3)
 
 
+KEYSTROKE = "searchKeystroke/0/iterations:10"
 SMALL_BUDGETS = [
     ("poll with nothing new", time_of("pollWithNothingNew"), 1000, "ns"),
     ("poll with nothing new: allocations", per_run("pollWithNothingNew", "allocations"), 0, ""),
@@ -71,6 +79,8 @@ SMALL_BUDGETS = [
     ),
     ("duplicate check, 100,000 / 100 entries", ratio(f"duplicateCheckMiss/100000{REPEATS}", f"duplicateCheckMiss/100{REPEATS}"), 1.5, "x"),
     ("the same, finding one", ratio(f"duplicateCheckHit/100000{REPEATS}", f"duplicateCheckHit/100{REPEATS}"), 1.5, "x"),
+    ("search keystroke to updated list, 10,000 texts of 1 KB", counter(KEYSTROKE, "search"), 4, "ms"),
+    ("the same / a plain scan of the same memory", counter(KEYSTROKE, "ratio"), 3, "x"),
     ("longest turn, text of 50 MB, less the write", milliseconds("longestTurnText/iterations:5/manual_time"), 50, "ms"),
     (
         "longest turn, picture of 3840 x 2160, the same",
@@ -146,6 +156,10 @@ def settle(seconds):
     threading.Event().wait(seconds)
 
 
+def percentile_95(values):
+    return sorted(values)[len(values) * 95 // 100]
+
+
 def start_time(desktop):
     """The median time from start to a live hot key, in seconds; the first start warms the caches."""
     times = []
@@ -185,6 +199,53 @@ def start_and_memory():
         Row("memory (PSS) after the panel was shown once", memory / MB, 45, "MB"),
         Row("the same, texts of 1 KB and no images", memory_1k / MB, 75, "MB"),
     ]
+
+
+def panel_trigger():
+    """From the hot key's press to the panel's first complete frame, both as the X server has them."""
+    times = []
+    with Desktop() as desktop:
+        make_store(desktop, 10_000, 80, 200)
+        with Larkspool(desktop) as program, Pixels(desktop.env["DISPLAY"], 860, 480, 200, 40) as middle:
+            empty, complete = middle.now(), None
+            for _ in range(SHOWINGS + 1):
+                with desktop.keyboard.held("Super", "Shift"):
+                    begin = time.monotonic()
+                    with desktop.keyboard.held("v"):
+                        middle.wait_for_change(empty)
+                        if complete:
+                            times.append(middle.wait_for(complete) - begin)
+                desktop.keyboard.wait_for_focus(wait_until(program.panel, "the panel is shown"))
+                if not complete:
+                    settle(1)
+                    complete = middle.now()
+                desktop.keyboard.press("Escape")
+                program.wait_until_hidden()
+                middle.wait_for(empty)
+    return [
+        Row("panel trigger to first complete frame, median", statistics.median(times) * 1000, 10, "ms"),
+        Row("the same, 95th percentile", percentile_95(times) * 1000, 16, "ms"),
+    ]
+
+
+def search_keystroke():
+    """From a key of a search to the drawn list, as the X server has them; the searches differ in what they find."""
+    times = []
+    with Desktop() as desktop:
+        make_store(desktop, 10_000, 1000, 0)
+        with Larkspool(desktop) as program, Pixels(desktop.env["DISPLAY"], 630, 200, 660, 660) as panel:
+            for _ in range(SEARCHES):
+                program.open_panel()
+                desktop.keyboard.type("e")
+                settle(0.5)
+                for key in ("n", "t", "r", "y", "Space", "7", "7"):
+                    before = panel.now()
+                    begin = time.monotonic()
+                    with desktop.keyboard.held(key):
+                        times.append(panel.wait_for_rest(before) - begin)
+                desktop.keyboard.press("Escape", "Escape")
+                program.wait_until_hidden()
+    return [Row("search keystroke to the drawn list, 95th percentile", percentile_95(times) * 1000, 16, "ms")]
 
 
 def fast_copies():
@@ -265,7 +326,7 @@ def idle():
     return [Row("idle with the panel hidden: wake-ups a second", woken / 10, 3, "/s")]
 
 
-WHOLE = [start_and_memory, fast_copies, hanging_owner, large_text, idle]
+WHOLE = [start_and_memory, panel_trigger, search_keystroke, fast_copies, hanging_owner, large_text, idle]
 
 
 def print_table(rows):

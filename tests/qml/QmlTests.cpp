@@ -1,4 +1,5 @@
 #include "ui/history/HistoryModule.h"
+#include "ui/style/SymbolProvider.h"
 
 #include <QObject>
 #include <QQmlEngine>
@@ -14,6 +15,7 @@ public Q_SLOTS:
     {
         registerHistoryModule();
         engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+        installSymbols(*engine);
     }
 };
 

@@ -78,14 +78,4 @@ TestCase {
         mouseClick(row)
         compare(clicks.count, 1)
     }
-
-    function test_everySymbolIsThere_data() {
-        return ["doc", "doc.text", "doc.richtext", "link", "photo"].map(name => ({tag: name}))
-    }
-
-    function test_everySymbolIsThere(data) {
-        const symbol = createTemporaryQmlObject("import Larkspool.Style; Symbol { name: '" + data.tag + "' }", testCase)
-        compare(symbol.status, Image.Ready)
-        verify(symbol.implicitWidth > 0)
-    }
 }

@@ -66,7 +66,7 @@ Item {
                 Symbol {
                     anchors.centerIn: parent
                     name: row.typeIcon
-                    size: 17
+                    size: 18
                     color: "white"
                 }
             }

@@ -22,7 +22,11 @@ QtObject {
     readonly property color selectedCard: isDark ? Qt.rgba(0.1, 0.1, 0.12, 1) : Qt.rgba(1, 1, 1, 1)
     readonly property color cardBorder: Qt.rgba(0.5, 0.5, 0.5, 0.3)
 
+    readonly property color field: isDark ? "#26262b" : "#ebebee"
+
     readonly property int panelRadius: 16
+    readonly property int margin: 20
+    readonly property int chipRadius: 12
     readonly property int listMargin: 14
     readonly property int cardRadius: 14
     readonly property int cardHeight: 130
@@ -45,6 +49,14 @@ QtObject {
             return "#9a4dd8"
         }
         return "#3f78f3"
+    }
+
+    /// The fill of a category's chip that is not chosen.
+    function dimmedCategoryColor(category: color): color {
+        if (isDark)
+            return Qt.rgba(0.12 * category.r + 0.12, 0.12 * category.g + 0.12, 0.12 * category.b + 0.14, 1)
+        const pale = component => 1 - 0.12 * (1 - component)
+        return Qt.rgba(pale(category.r), pale(category.g), pale(category.b), 1)
     }
 
     /// The pale or deep tint of an accent behind a card's icon.

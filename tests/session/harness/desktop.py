@@ -11,14 +11,26 @@ from .keyboard import Keyboard
 from .waiting import need, wait_until
 from .xprobe import XProbe
 
+# What to start for a window manager; {home} is the desktop's home.
+WINDOW_MANAGERS = {
+    "openbox": ["openbox", "--sm-disable"],
+    "xfwm4": ["xfwm4", "--compositor=off"],
+    "i3": ["i3", "-c", "{home}/i3.conf"],
+}
+# Without a file of its own i3 asks questions first. Its own keys would stand in the way of others.
+I3_CONFIG = """# i3 config file (v4)
+font pango:monospace 8
+workspace_layout default
+"""
+
 
 class Desktop:
     """A throwaway home, a message bus, an X server and a window manager; all gone when the block ends.
 
-    `env` is the environment of programs that live on it.
+    `env` is the environment of programs that live on it; `window_manager` is one of WINDOW_MANAGERS or None.
     """
 
-    def __init__(self, size="1920x1080x24", window_manager=True):
+    def __init__(self, size="1920x1080x24", window_manager="openbox"):
         self._size = size
         self._window_manager = window_manager
         self._children = []
@@ -27,7 +39,9 @@ class Desktop:
         self.probe = None
 
     def __enter__(self):
-        need("Xvfb", "dbus-daemon", "openbox", "xdotool")
+        need("Xvfb", "dbus-daemon", "xdotool")
+        if self._window_manager:
+            need(WINDOW_MANAGERS[self._window_manager][0])
         self.home = pathlib.Path(tempfile.mkdtemp(prefix="larkspool-home."))
         try:
             self._build()
@@ -55,8 +69,13 @@ class Desktop:
         self.probe = XProbe(self.env["DISPLAY"])
         self.keyboard = Keyboard(self)
         if self._window_manager:
-            self.spawn("openbox", "--sm-disable")
-            wait_until(self.probe.has_window_manager, "a window manager takes the display")
+            self._start_window_manager()
+
+    def _start_window_manager(self):
+        (self.home / "i3.conf").write_text(I3_CONFIG)
+        command = [word.format(home=self.home) for word in WINDOW_MANAGERS[self._window_manager]]
+        self.window_manager = self.spawn(*command)
+        wait_until(self.probe.has_window_manager, "a window manager takes the display")
 
     def _environment(self):
         env = {

@@ -1,6 +1,14 @@
 """Hands on a desktop's keyboard and mouse."""
 
+import contextlib
+
 from .waiting import wait_until
+
+# Key codes by position, named by what a US keyboard has there.
+KEYS = {
+    "Control": 37, "Shift": 50, "Alt": 64, "Super": 133, "Return": 36, "Escape": 9, "Down": 116, "F12": 96,
+    "Menu": 135, "a": 38, "v": 55,
+}  # fmt: skip
 
 
 class Keyboard:
@@ -15,6 +23,27 @@ class Keyboard:
     def press(self, *chords):
         """Presses key combinations, one after the other: "ctrl+a", "Return"."""
         self._xdotool("key", "--clearmodifiers", *chords)
+
+    def hit(self, *keys):
+        """Presses keys by position, each while the ones before it are held, and lets go of them: see KEYS."""
+        with self.held(*keys):
+            pass
+
+    @contextlib.contextmanager
+    def held(self, *keys):
+        """Holds keys by position down for as long as the block lasts."""
+        probe = self._desktop.probe
+        for key in keys:
+            probe.fake_key(KEYS[key], is_down=True)
+        try:
+            yield
+        finally:
+            for key in reversed(keys):
+                probe.fake_key(KEYS[key], is_down=False)
+
+    def set_layout(self, *words):
+        """Chooses a layout as setxkbmap does: "us", "-variant", "dvorak"."""
+        self._desktop.run("setxkbmap", *words)
 
     def type(self, text):
         self._xdotool("type", "--delay", "5", text)
@@ -36,7 +65,8 @@ class Keyboard:
         wait_until(lambda: self._has_focus(window), f"window {window} has the keyboard", deadline)
 
     def _has_focus(self, window):
-        if self._desktop.probe.active_window() != window:
+        probe = self._desktop.probe
+        if probe.has_window_manager() and probe.active_window() != window:
             return False
         try:
             return int(self._xdotool("getwindowfocus")) == window
@@ -45,7 +75,8 @@ class Keyboard:
 
     def focus(self, window):
         """Brings the window to the front with the keyboard."""
-        self._xdotool("windowactivate", window)
+        how = "windowactivate" if self._desktop.probe.has_window_manager() else "windowfocus"
+        self._xdotool(how, window)
         self.wait_for_focus(window)
 
     def click(self, window, x, y, times=1):
@@ -53,6 +84,23 @@ class Keyboard:
         self._xdotool(
             "mousemove", "--window", window, x, y, "click", "--repeat", times, "--delay", 40, 1
         )
+
+    def minimise(self, window):
+        """Minimises the window and waits until it is out of sight."""
+        self._xdotool("windowminimize", "--sync", window)
+
+    def move(self, window, x, y):
+        """Asks for another place for the window; a tiling window manager does not care."""
+        self._xdotool("windowmove", window, x, y)
+
+    def send_to_workspace(self, window, number):
+        """Moves the window to the workspace, counted from 1, and stays where it is."""
+        before = self._desktop.probe.workspace_of(window)
+        if self._desktop.window_manager.args[0] == "i3":  # its workspaces exist from when they are wanted
+            self._desktop.run("i3-msg", f"[id={window}] move container to workspace {number}")
+        else:
+            self._xdotool("set_desktop_for_window", window, number - 1)
+        wait_until(lambda: self._desktop.probe.workspace_of(window) != before, f"on workspace {number}")
 
     def geometry(self, window):
         """x, y, width and height of the window on the screen."""

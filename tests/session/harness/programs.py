@@ -4,6 +4,7 @@ import configparser
 import pathlib
 import subprocess
 
+from . import children, text_field
 from .waiting import need, wait_until
 
 
@@ -59,11 +60,13 @@ def targets(desktop):
 class Window:
     """A program with a window on the desktop."""
 
-    def __init__(self, desktop, command, title):
+    def __init__(self, desktop, command, title, **options):
         need(command[0])
         self.desktop = desktop
-        self.process = desktop.spawn(*command)
+        self.process = desktop.spawn(*command, **options)
         self.window = desktop.keyboard.wait_for_window(title)
+        if not desktop.probe.has_window_manager():
+            self.focus()
         desktop.keyboard.wait_for_focus(self.window)
 
     def focus(self):
@@ -111,6 +114,67 @@ class Terminal(Window):
     def typed(self):
         """What has arrived so far."""
         return self.file.read_bytes()
+
+
+class VteTerminal(Window):
+    """An xfce4-terminal whose keyboard goes into a file, byte for byte."""
+
+    def __init__(self, desktop, name="typed-vte.txt"):
+        self.file = desktop.home / name
+        folder = pathlib.Path(desktop.env["XDG_CONFIG_HOME"]) / "xfce4" / "terminal"
+        folder.mkdir(parents=True, exist_ok=True)
+        # By default it asks before it takes several lines, since a shell would run them.
+        (folder / "terminalrc").write_text("[Configuration]\nMiscShowUnsafePasteDialog=FALSE\n")
+        script = f"stty -icanon -echo && exec cat > '{self.file}'"
+        command = ["xfce4-terminal", "--disable-server", "-T", f"vte {name}", "-x", "sh", "-c", script]
+        super().__init__(desktop, command, f"vte {name}")
+        wait_until(self.file.exists, "the terminal takes the keyboard")
+
+    def typed(self):
+        """What has arrived so far."""
+        return self.file.read_bytes()
+
+
+class Browser(Window):
+    """Chromium on an empty page; its address bar is read as a screen reader does."""
+
+    def __init__(self, desktop):
+        need("chromium")
+        flags = [
+            "--no-sandbox", f"--user-data-dir={desktop.home}/browser", "--no-first-run", "--password-store=basic",
+            "--disable-gpu", "--disable-background-networking", "--force-renderer-accessibility",
+        ]  # fmt: skip
+        # It appears in the accessibility tree only with the variable and the flag.
+        command = ["env", "ACCESSIBILITY_ENABLED=1", "chromium", *flags, "about:blank"]
+        super().__init__(desktop, command, "about:blank")
+
+    def type_address(self, text):
+        """Types a text into the address bar, in place of what it held; the keyboard stays there."""
+        self.press("ctrl+l", "ctrl+a")
+        self.desktop.keyboard.type(text)
+        wait_until(lambda: self.address() == text, "typed", every=0.2)
+
+    def address(self):
+        """What the address bar holds; nothing while it is not in the tree."""
+        return text_field.text(self.desktop, "Chromium", "Address and search bar")
+
+
+class Receiver(Window):
+    """A window that says when a paste arrives; see the program of the same name."""
+
+    def __init__(self, desktop):
+        program = pathlib.Path(__file__).with_name("receiver.py")
+        super().__init__(desktop, ["/usr/bin/python3", program], "^receiver$", stdout=subprocess.PIPE)
+        self.lines = children.Lines(self.process.stdout)
+
+    def pastes(self):
+        """When and what, for every paste so far."""
+        found = [line.split(" ") for line in self.lines.all() if line.startswith("pasted ")]
+        return [(float(moment), bytes.fromhex(text)) for _, moment, text in found]
+
+    def other_keys(self):
+        """The codes of keys that came and were no paste."""
+        return [int(line.split(" ")[1]) for line in self.lines.all() if line.startswith("key ")]
 
 
 class TerminalWithText(Window):

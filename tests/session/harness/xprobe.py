@@ -4,6 +4,7 @@ import contextlib
 import threading
 
 from Xlib import X, XK, Xatom, display, error
+from Xlib.ext import xtest
 
 
 class XProbe:
@@ -37,6 +38,19 @@ class XProbe:
         with self._lock:
             found = self._root.get_full_property(self._atom("_NET_ACTIVE_WINDOW"), Xatom.WINDOW)
             return found.value[0] if found is not None and len(found.value) else 0
+
+    def workspace_of(self, window):
+        """The number of the window's workspace, counted from 0; nothing when its window manager does not say."""
+        with self._lock:
+            resource = self._display.create_resource_object("window", window)
+            found = resource.get_full_property(self._atom("_NET_WM_DESKTOP"), Xatom.CARDINAL)
+            return found.value[0] if found is not None and len(found.value) else None
+
+    def fake_key(self, code, is_down):
+        """Presses or releases the key with the server's code, as the keyboard itself would."""
+        with self._lock:
+            xtest.fake_input(self._display, X.KeyPress if is_down else X.KeyRelease, code)
+            self._display.sync()
 
     def is_grabbed(self, key, modifiers):
         """Whether another program holds the key with exactly the modifiers ("Super", "Shift", ...) as a hot key.
