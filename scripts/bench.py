@@ -241,8 +241,8 @@ def search_keystroke():
                 for key in ("n", "t", "r", "y", "Space", "7", "7"):
                     before = panel.now()
                     begin = time.monotonic()
-                    with desktop.keyboard.held(key):
-                        times.append(panel.wait_for_rest(before) - begin)
+                    desktop.keyboard.hit(key)  # held longer, it would repeat
+                    times.append(panel.wait_for_rest(before) - begin)
                 desktop.keyboard.press("Escape", "Escape")
                 program.wait_until_hidden()
     return [Row("search keystroke to the drawn list, 95th percentile", percentile_95(times) * 1000, 16, "ms")]

@@ -680,6 +680,29 @@ TEST_F(HistoryView, EscapeBeforeTheFieldIsThereTypesNothing)
     EXPECT_FALSE(view->isSearchExpanded());
 }
 
+TEST_F(HistoryView, AFieldThatIsOpenedAgainAtOnceKeepsTheFocus)
+{
+    const auto view = makeView();
+    view->typeToSearch(QStringLiteral("l"));
+    m_queue.advanceBy(100ms);
+    press(*view, Qt::Key_Escape);
+    m_queue.advanceBy(80ms);
+    m_notifications.post(notification::panelWillShow());
+    view->typeToSearch(QStringLiteral("w"));
+    m_queue.advanceBy(1s);
+    EXPECT_TRUE(view->isSearchFocused());
+    EXPECT_EQ(view->searchText(), QStringLiteral("w"));
+}
+
+TEST_F(HistoryView, AFieldThatIsClosedAgainAtOnceGetsNoFocus)
+{
+    const auto view = makeView();
+    view->toggleSearch();
+    view->toggleSearch();
+    m_queue.advanceBy(1s);
+    EXPECT_FALSE(view->isSearchFocused());
+}
+
 TEST_F(HistoryView, TheArrowsMoveTheCursorOfAnOpenSearch)
 {
     addCategory(QStringLiteral("Text"));

@@ -129,7 +129,11 @@ void ClipboardHistoryView::endFocus(Focus focus)
 
 void ClipboardHistoryView::setFocusLater(Focus focus)
 {
-    m_surroundings.queue.asyncAfter(FocusDelay, m_lifetime.guard([this, focus] { setFocus(focus); }));
+    m_surroundings.queue.asyncAfter(FocusDelay, m_lifetime.guard([this, focus] {
+        // The user may have opened or closed the field meanwhile.
+        if ((focus == Focus::Search) == m_isSearchExpanded)
+            setFocus(focus);
+    }));
 }
 
 bool ClipboardHistoryView::moveSelection(int distance)
