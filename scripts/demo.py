@@ -125,12 +125,16 @@ class Demo:
         terminal.close()
 
         editor = programs.Editor(desktop, "featherpad", name="pasted.txt")
-        with self.step("hot key, Down and Return: the poem stands in featherpad, and is saved byte by byte"):
+        with self.step("hot key, then letters: the list shows what holds them in any case"):
             program.open_panel()
-            desktop.keyboard.press("Down", "Return")
+            desktop.keyboard.type("WHAT IT SANG")
+            wait_until(lambda: [row[:11] for row in program.rows()] == ["A lark went"], "the poem alone")
+        self.picture(desktop, "4-search")
+        with self.step("Return: the poem stands in featherpad, and is saved byte by byte"):
+            desktop.keyboard.press("Return")
             program.wait_until_hidden()
             wait_until(lambda: editor.saved() == POEM.encode(), "the file holds the poem", every=0.2)
-        self.picture(desktop, "4-editor")
+        self.picture(desktop, "5-editor")
         editor.close()
         with self.step("the history holds four entries still"):
             assert len(store.items()) == 4, store.contents()

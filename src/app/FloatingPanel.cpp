@@ -42,6 +42,8 @@ void FloatingPanel::setContentView(std::unique_ptr<TransparentHostingView> conte
     m_contentView = std::move(contentView);
     m_contentView->setParentItem(contentItem());
     m_contentView->setSize(Size);
+    // A key may come with the panel's very first moment.
+    m_contentView->setFocus(true);
 }
 
 void FloatingPanel::makeContentFirstResponder()

@@ -78,6 +78,11 @@ TEST_F(Panel, ItsContentFillsIt)
     EXPECT_FALSE(view.isOpaque());
 }
 
+TEST_F(Panel, ItsContentHasTheFocusFromTheBeginning)
+{
+    EXPECT_TRUE(hostContent().hasFocus());
+}
+
 TEST_F(Panel, BackgroundsAreStrippedOnceTheViewIsInTheWindow)
 {
     auto view = std::make_unique<TransparentHostingView>(m_queue);

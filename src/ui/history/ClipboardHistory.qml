@@ -119,6 +119,10 @@ FocusScope {
             width: list.width - list.leftMargin - list.rightMargin
             isSelected: row.index === root.view.selectedIndex
             onClicked: root.view.selectAndPaste(row.index)
+
+            // A row that waits to be used again is still among the list's children, and would be read out.
+            ListView.onPooled: visible = false
+            ListView.onReused: visible = true
         }
     }
 
