@@ -1,6 +1,12 @@
 #include "platform/PlatformLoader.h"
 
 #include "base/Console.h"
+#include "platform/linux/ApplicationEvents.h"
+#include "platform/linux/DBusSingleInstance.h"
+#include "platform/linux/DesktopAppearance.h"
+#include "platform/linux/DesktopScripting.h"
+#include "platform/linux/DesktopSound.h"
+#include "platform/linux/StatusNotifierBar.h"
 #include "platform/linux/SystemLog.h"
 #include "platform/null/NullBackends.h"
 #include "platform/x11/X11Backends.h"
@@ -47,20 +53,31 @@ std::unique_ptr<EventPoster> loadEventPoster(MainQueue &queue, const Workspace &
         "No paste keys: this desktop session has no X server with the XTEST extension");
 }
 
-std::unique_ptr<ScriptingService> loadScriptingService(const Workspace &)
+std::unique_ptr<ScriptingService> loadScriptingService(const Workspace &workspace)
 {
-    return std::make_unique<NullScriptingService>(
-        QStringLiteral("this desktop has no service for pressing keys that Larkspool knows"));
+    const auto canPressKeys = [&workspace] {
+        EventLoopQueue queue;
+        return makeX11EventPoster(queue, workspace) != nullptr;
+    };
+    return makeDesktopScripting(workspace, canPressKeys);
 }
 
 std::unique_ptr<SingleInstance> loadSingleInstance()
 {
+    // Nothing to tell: without a bus the store's lock still lets one instance in at a time.
+    if (auto instance = makeDBusSingleInstance())
+        return instance;
     return std::make_unique<NullSingleInstance>();
 }
 
 std::unique_ptr<StatusBar> loadStatusBar()
 {
-    return std::make_unique<NullStatusBar>();
+    return makeStatusNotifierBar(makeX11StatusBar());
+}
+
+std::unique_ptr<LocalEvents> loadLocalEvents()
+{
+    return std::make_unique<ApplicationEvents>();
 }
 
 std::unique_ptr<Screens> loadScreens()
@@ -71,6 +88,16 @@ std::unique_ptr<Screens> loadScreens()
 std::unique_ptr<UnifiedLog> loadUnifiedLog()
 {
     return makeSystemLog();
+}
+
+std::unique_ptr<Appearance> loadAppearance(MainQueue &queue)
+{
+    return makeDesktopAppearance(queue);
+}
+
+std::unique_ptr<SystemSound> loadSystemSound()
+{
+    return makeDesktopSound();
 }
 
 } // namespace platform

@@ -1,13 +1,16 @@
 #pragma once
 
 #include "base/MainQueue.h"
+#include "platform/Appearance.h"
 #include "platform/EventPoster.h"
 #include "platform/HotKeyCenter.h"
+#include "platform/LocalEvents.h"
 #include "platform/Pasteboard.h"
 #include "platform/Screens.h"
 #include "platform/ScriptingService.h"
 #include "platform/SingleInstance.h"
 #include "platform/StatusBar.h"
+#include "platform/SystemSound.h"
 #include "platform/UnifiedLog.h"
 #include "platform/Workspace.h"
 
@@ -26,7 +29,11 @@ std::unique_ptr<EventPoster> loadEventPoster(MainQueue &queue, const Workspace &
 std::unique_ptr<ScriptingService> loadScriptingService(const Workspace &workspace);
 std::unique_ptr<SingleInstance> loadSingleInstance();
 std::unique_ptr<StatusBar> loadStatusBar();
+/// Needs a QGuiApplication, which must outlive it.
+std::unique_ptr<LocalEvents> loadLocalEvents();
 std::unique_ptr<Screens> loadScreens();
 std::unique_ptr<UnifiedLog> loadUnifiedLog();
+std::unique_ptr<Appearance> loadAppearance(MainQueue &queue);
+std::unique_ptr<SystemSound> loadSystemSound();
 
 } // namespace platform

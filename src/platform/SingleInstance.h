@@ -6,9 +6,11 @@
 
 /// Sees to it that one instance of the program runs in a desktop session.
 ///
-/// Life cycle: 1. made by loadSingleInstance(); 2. `claim`, once, before anything else is set up; 3. while it
-/// is `Ours`, `onActivate` is called when the user starts the program again, or when somebody asks the running
-/// one to show itself; 4. destroying it lets the next one in. Main thread only.
+/// Life cycle: 1. made by loadSingleInstance(), before the toolkit's application object, which forgets who
+/// has started the program; 2. `claim`, once, with an application object but before anything else is set up;
+/// 3. while it is `Ours`, `onActivate` is called when the user starts the program again, or when somebody
+/// asks the running one to show itself; what is asked before it is set waits until then; 4. destroying it
+/// lets the next one in. Main thread only.
 class SingleInstance
 {
 public:

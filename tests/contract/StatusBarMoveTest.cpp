@@ -21,13 +21,13 @@ class StatusBarMoveTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        if (!m_bus->isRunning() && !qEnvironmentVariableIsSet("CI"))
+        if (!m_bus.isRunning() && !qEnvironmentVariableIsSet("CI"))
             GTEST_SKIP() << "dbus-daemon is not installed";
-        ASSERT_TRUE(m_bus->isRunning());
+        ASSERT_TRUE(m_bus.isRunning());
     }
 
-    const QString &address() const { return m_bus->address(); }
-    void endBus() { m_bus.reset(); }
+    const QString &address() const { return m_bus.address(); }
+    void killBus() { m_bus.kill(); }
     void show()
     {
         m_item = platform::makeStatusNotifierBar(platform::makeX11StatusBar(), address())
@@ -40,18 +40,18 @@ protected:
     {
         return waitUntil([&] { return watcher.items().size() == 1; });
     }
-    static bool isIn(const TestTray &tray)
+    static bool isIn(TestTray &tray)
     {
         return waitUntil([&] { return tray.icons().size() == 1; });
     }
-    static bool isGoneFrom(const TestTray &tray)
+    static bool isGoneFrom(TestTray &tray)
     {
         return waitUntil([&] { return tray.icons().empty(); });
     }
 
 private:
     XServer m_server;
-    std::unique_ptr<StatusTestBus> m_bus = std::make_unique<StatusTestBus>();
+    StatusTestBus m_bus;
     StatusTestButton m_button;
     std::unique_ptr<StatusItem> m_item;
 };
@@ -72,6 +72,15 @@ TEST_F(StatusBarMoveTest, WithTheOlderKindAloneThatShowsIt)
     ASSERT_TRUE(isIn(tray));
     tray.click(tray.icons().front(), 1);
     EXPECT_TRUE(waitUntil([&] { return button().clickCount() == 1; }));
+}
+
+TEST_F(StatusBarMoveTest, WithoutABusTheOlderTrayShowsIt)
+{
+    const QString nowhere = QStringLiteral("unix:path=/nonexistent/bus");
+    TestTray tray;
+    const auto bar = platform::makeStatusNotifierBar(platform::makeX11StatusBar(), nowhere);
+    const auto item = bar->statusItem(button().button(), button().action());
+    EXPECT_TRUE(isIn(tray));
 }
 
 TEST_F(StatusBarMoveTest, MovesToTheOlderTrayWhenTheWatcherGoesAndBack)
@@ -131,14 +140,14 @@ TEST_F(StatusBarMoveTest, IsInTheOlderTrayWhileTheWatcherHangs)
     EXPECT_TRUE(isGoneFrom(tray));
 }
 
-TEST_F(StatusBarMoveTest, MovesToTheOlderTrayWhenTheBusEnds)
+TEST_F(StatusBarMoveTest, MovesToTheOlderTrayWhenTheBusDies)
 {
     TestTray tray;
     {
         StatusTestWatcher watcher(address());
         show();
         ASSERT_TRUE(isIn(watcher));
-        endBus();
+        killBus();
         EXPECT_TRUE(isIn(tray));
     }
 }

@@ -43,15 +43,36 @@ TestTray::TestTray(Options options)
 
 TestTray::~TestTray() = default;
 
+const std::vector<xcb_window_t> &TestTray::icons()
+{
+    // Events that came in with an answer wait for no socket.
+    m_connection->processEvents();
+    return m_icons;
+}
+
+int TestTray::requestCount()
+{
+    m_connection->processEvents();
+    return m_requestCount;
+}
+
 void TestTray::setProperties()
 {
-    if (m_options.hasAlpha) {
-        const xcb_visualid_t visual = visualWithAlpha(m_connection->screen());
-        xcb_change_property(m_connection->get(), XCB_PROP_MODE_REPLACE, m_window,
-            m_connection->atom("_NET_SYSTEM_TRAY_VISUAL"), XCB_ATOM_VISUALID, 32, 1, &visual);
-    }
+    if (m_options.hasAlpha)
+        setVisualWithAlpha();
+    const uint32_t orientation = m_options.isVertical ? 1 : 0;
+    xcb_change_property(m_connection->get(), XCB_PROP_MODE_REPLACE, m_window,
+        m_connection->atom("_NET_SYSTEM_TRAY_ORIENTATION"), XCB_ATOM_CARDINAL, 32, 1, &orientation);
     if (m_options.foreground)
         setForeground(*m_options.foreground);
+}
+
+void TestTray::setVisualWithAlpha()
+{
+    const xcb_visualid_t visual = visualWithAlpha(m_connection->screen());
+    xcb_change_property(m_connection->get(), XCB_PROP_MODE_REPLACE, m_window,
+        m_connection->atom("_NET_SYSTEM_TRAY_VISUAL"), XCB_ATOM_VISUALID, 32, 1, &visual);
+    m_connection->flush();
 }
 
 void TestTray::setForeground(const QColor &color)
@@ -107,8 +128,10 @@ void TestTray::onEvent(const xcb_generic_event_t &event)
 
 void TestTray::embed(xcb_window_t icon)
 {
-    xcb_connection_t *const connection = m_connection->get();
     ++m_requestCount;
+    if (m_options.isDeaf)
+        return;
+    xcb_connection_t *const connection = m_connection->get();
     const auto left = static_cast<int16_t>(m_icons.size() * 100);
     if (m_options.savesIcons)
         xcb_change_save_set(connection, XCB_SET_MODE_INSERT, icon);
@@ -222,6 +245,19 @@ QByteArray TestTray::text(xcb_window_t icon, const char *property)
         return {};
     return {static_cast<const char *>(xcb_get_property_value(reply.get())),
         xcb_get_property_value_length(reply.get())};
+}
+
+QSize TestTray::minimumSize(xcb_window_t icon)
+{
+    constexpr uint32_t HasMinimum = 1 << 4;
+    const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection->get(),
+        xcb_get_property(
+            m_connection->get(), 0, icon, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, 0, 18),
+        nullptr));
+    if (!reply || reply->value_len < 7)
+        return {};
+    const auto *const hints = static_cast<const uint32_t *>(xcb_get_property_value(reply.get()));
+    return hints[0] & HasMinimum ? QSize(static_cast<int>(hints[5]), static_cast<int>(hints[6])) : QSize();
 }
 
 bool TestTray::exists(xcb_window_t window)

@@ -16,9 +16,12 @@ public:
         /// Wants icons of a visual with alpha.
         bool hasAlpha = false;
         std::optional<QColor> foreground{};
+        bool isVertical = false;
         QSize iconSize{24, 24};
         /// Icons outlive a tray that ends.
         bool savesIcons = false;
+        /// Takes none of the icons that ask.
+        bool isDeaf = false;
     };
     static constexpr QRgb Background = 0xff204080;
 
@@ -31,9 +34,9 @@ public:
     ~TestTray();
 
     /// The icons that are embedded, in the order in which they came.
-    const std::vector<xcb_window_t> &icons() const { return m_icons; }
+    const std::vector<xcb_window_t> &icons();
     /// How often one asked to be embedded.
-    int requestCount() const { return m_requestCount; }
+    int requestCount();
 
     /// Says once more that it is there.
     void announce();
@@ -41,6 +44,7 @@ public:
     void destroy(xcb_window_t icon);
     void resize(xcb_window_t icon, const QSize &size);
     void setForeground(const QColor &color);
+    void setVisualWithAlpha();
 
     /// Presses and releases a button in the middle of the icon.
     void click(xcb_window_t icon, int button);
@@ -50,6 +54,8 @@ public:
     /// What the icon's window shows, with its alpha if it has any; null until the server can tell.
     QImage picture(xcb_window_t icon);
     QByteArray text(xcb_window_t icon, const char *property);
+    /// The least size that the icon asks for.
+    QSize minimumSize(xcb_window_t icon);
     /// Whether the window exists.
     bool exists(xcb_window_t window);
 

@@ -1,6 +1,7 @@
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualMainQueue.h"
 #include "platform/x11/X11Backends.h"
+#include "support/CapturedConsole.h"
 #include "support/KeyRobot.h"
 #include "support/SelectionOwner.h"
 #include "support/SelectionRequestor.h"
@@ -48,6 +49,16 @@ protected:
         m_workspace.bringToFront(QString::fromLatin1(identifier), QString::fromLatin1(identifier), -1);
     }
 
+    /// Makes another program hold the key with the modifiers (of the core protocol) as its hot key.
+    ::testing::AssertionResult isHeldElsewhere(int evdevCode, int modifiers)
+    {
+        const XcbReply<xcb_generic_error_t> error(xcb_request_check(m_other->get(),
+            xcb_grab_key_checked(m_other->get(), 0, m_other->root(), static_cast<uint16_t>(modifiers),
+                static_cast<xcb_keycode_t>(evdevCode + XkbOffset), XCB_GRAB_MODE_ASYNC,
+                XCB_GRAB_MODE_ASYNC)));
+        return error ? ::testing::AssertionFailure() << "refused" : ::testing::AssertionSuccess();
+    }
+
     /// Waits until a key beyond the modifiers arrives, and says whether it is the chord.
     ::testing::AssertionResult arrives(int evdevCode, int modifiers)
     {
@@ -81,6 +92,7 @@ private:
     FakeWorkspace m_workspace;
     ManualMainQueue m_queue;
     std::unique_ptr<EventPoster> m_poster = platform::makeX11EventPoster(m_queue, m_workspace);
+    std::unique_ptr<X11Connection> m_other = X11Connection::open();
 };
 
 TEST_F(X11EventPosterTest, PostsControlVAndReleasesAll)
@@ -322,6 +334,174 @@ TEST_F(X11EventPosterTest, DropsEventsThatAreNoPaste)
     robot().chord({KEY_A});
     ASSERT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 1; }));
     EXPECT_EQ(program().keyPresses().size(), 1U);
+}
+
+TEST_F(X11EventPosterTest, PostsShiftInsertWhereAProgramHoldsControlVAsAHotKey)
+{
+    ASSERT_TRUE(isHeldElsewhere(KEY_V, XCB_MOD_MASK_CONTROL));
+    paste();
+    EXPECT_TRUE(arrives(KEY_INSERT, XCB_MOD_MASK_SHIFT));
+}
+
+TEST_F(X11EventPosterTest, PostsShiftInsertWhereAProgramHoldsATerminalsChordAsAHotKey)
+{
+    SelectionOwner clipboard(Offer{{"UTF8_STRING", "pasted"}});
+    clipboard.own();
+    ASSERT_TRUE(isHeldElsewhere(KEY_V, XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT));
+    focusOn("org.gnome.Terminal");
+    paste();
+    EXPECT_TRUE(arrives(KEY_INSERT, XCB_MOD_MASK_SHIFT));
+    SelectionRequestor requestor("PRIMARY");
+    EXPECT_EQ(requestor.paste("UTF8_STRING").bytes, "pasted");
+}
+
+TEST_F(X11EventPosterTest, FindsAHotKeyThatIsHeldWithNumLockOnly)
+{
+    robot().lockModifiers(XCB_MOD_MASK_2);
+    ASSERT_TRUE(isHeldElsewhere(KEY_V, XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_2));
+    paste();
+    EXPECT_TRUE(arrives(KEY_INSERT, XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_2));
+    robot().lockModifiers(0);
+    paste();
+    EXPECT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+}
+
+TEST_F(X11EventPosterTest, PostsNothingWhereBothChordsAreHeldAsHotKeys)
+{
+    CapturedConsole console;
+    ASSERT_TRUE(isHeldElsewhere(KEY_V, XCB_MOD_MASK_CONTROL));
+    ASSERT_TRUE(isHeldElsewhere(KEY_INSERT, XCB_MOD_MASK_SHIFT));
+    paste();
+    EXPECT_EQ(console.output(), "[Larkspool] No paste keys: a program holds them as a hot key\n");
+    robot().chord({KEY_A});
+    ASSERT_TRUE(waitUntil([&] { return program().keyReleaseCount() == 1; }));
+    EXPECT_EQ(program().keyPresses().size(), 1U);
+}
+
+TEST_F(X11EventPosterTest, LeavesTheChordFreeForOthers)
+{
+    paste();
+    ASSERT_TRUE(arrives(KEY_V, XCB_MOD_MASK_CONTROL));
+    EXPECT_TRUE(isHeldElsewhere(KEY_V, XCB_MOD_MASK_CONTROL));
+}
+
+/// Two programs without a window manager, and the workspace that activates them.
+class X11EventPosterActivationTest : public ::testing::Test
+{
+protected:
+    X11EventPosterActivationTest()
+    {
+        m_target->show(TestProgram::Focus::Takes);
+        m_application = m_workspace->frontmostApplication();
+        m_other.show(TestProgram::Focus::Takes);
+    }
+
+    void paste()
+    {
+        for (const KeyMotion motion : {KeyMotion::Down, KeyMotion::Up})
+            m_poster->post(EventTapLocation::AnnotatedSession, {9, motion, EventFlagCommand});
+    }
+
+    /// The first key beyond Control that the program has got, or 0.
+    static int firstKey(const TestProgram &program)
+    {
+        for (const TestProgram::KeyPress &key : program.keyPresses()) {
+            if (key.keyCode != KEY_LEFTCTRL + XkbOffset)
+                return key.keyCode - XkbOffset;
+        }
+        return 0;
+    }
+
+    /// Lets the time pass, and with it what is on the wire.
+    void advanceBy(milliseconds time) { m_queue.advanceBy(time); }
+    /// Whether the other program has got nothing; asked by a key that would come after all others.
+    bool hasOtherGotNothing()
+    {
+        m_robot.chord({KEY_A});
+        return waitUntil([&] { return m_other.keyReleaseCount() > 0; }) && firstKey(m_other) == KEY_A;
+    }
+
+    TestProgram &target() { return *m_target; }
+    TestProgram &other() { return m_other; }
+    RunningApplication &application() { return *m_application; }
+    void endTarget() { m_target.reset(); }
+
+private:
+    XServer m_server;
+    KeyRobot m_robot;
+    std::unique_ptr<TestProgram> m_target = std::make_unique<TestProgram>("target", "Target", 5'000'000);
+    TestProgram m_other{"other", "Other", 5'000'001};
+    std::unique_ptr<Workspace> m_workspace = platform::makeX11Workspace();
+    std::shared_ptr<RunningApplication> m_application;
+    ManualMainQueue m_queue;
+    std::unique_ptr<EventPoster> m_poster = platform::makeX11EventPoster(m_queue, *m_workspace);
+};
+
+TEST_F(X11EventPosterActivationTest, PostsAtOnceToAProgramThatIsInFront)
+{
+    application().activate();
+    ASSERT_TRUE(waitUntil([&] { return application().isActive(); }));
+    paste();
+    EXPECT_TRUE(waitUntil([&] { return firstKey(target()) == KEY_V; }));
+}
+
+TEST_F(X11EventPosterActivationTest, WaitsForAProgramThatIsNotInFrontYet)
+{
+    application().activate();
+    other().show(TestProgram::Focus::Takes);
+    paste();
+    advanceBy(milliseconds(1500));
+    target().show(TestProgram::Focus::Takes);
+    advanceBy(milliseconds(100));
+    EXPECT_TRUE(waitUntil([&] { return firstKey(target()) == KEY_V; }));
+    EXPECT_EQ(other().keyPresses().size(), 0U);
+}
+
+TEST_F(X11EventPosterActivationTest, GivesAProgramThatCameLateAMomentToTakeTheKeyboard)
+{
+    application().activate();
+    other().show(TestProgram::Focus::Takes);
+    paste();
+    target().show(TestProgram::Focus::Takes);
+    advanceBy(milliseconds(30));
+    // The window manager's announcement ran ahead of the keyboard.
+    other().show(TestProgram::Focus::Takes);
+    advanceBy(milliseconds(30));
+    EXPECT_TRUE(hasOtherGotNothing());
+}
+
+TEST_F(X11EventPosterActivationTest, PostsNothingIntoAnotherProgramsWindow)
+{
+    CapturedConsole console;
+    endTarget();
+    application().activate();
+    paste();
+    advanceBy(milliseconds(2010));
+    EXPECT_EQ(console.output(), "[Larkspool] No paste keys: the program that they are for is not in front\n");
+    EXPECT_TRUE(hasOtherGotNothing());
+}
+
+TEST_F(X11EventPosterActivationTest, DropsTheChordThatWaitsWhenTheNextOneIsPosted)
+{
+    CapturedConsole console;
+    endTarget();
+    application().activate();
+    paste();
+    paste();
+    advanceBy(milliseconds(10));
+    EXPECT_TRUE(waitUntil([&] { return firstKey(other()) == KEY_V; }));
+    EXPECT_NE(console.output(), "");
+}
+
+TEST_F(X11EventPosterActivationTest, AnActivationCountsForOneChord)
+{
+    application().activate();
+    ASSERT_TRUE(waitUntil([&] { return application().isActive(); }));
+    paste();
+    ASSERT_TRUE(waitUntil([&] { return firstKey(target()) == KEY_V; }));
+    other().show(TestProgram::Focus::Takes);
+    paste();
+    EXPECT_TRUE(waitUntil([&] { return firstKey(other()) == KEY_V; }));
 }
 
 } // namespace

@@ -21,7 +21,7 @@ protected:
     void endBar() { m_bar.reset(); }
     StatusTestButton &button() { return m_button; }
 
-    static bool hasIcons(const TestTray &tray, size_t count)
+    static bool hasIcons(TestTray &tray, size_t count)
     {
         return waitUntil([&] { return tray.icons().size() == count; });
     }
@@ -67,6 +67,16 @@ TEST_F(X11StatusBarTest, DocksAgainInEachTrayThatReturns)
     for (int i = 0; i < 5; ++i) {
         TestTray tray({.savesIcons = i % 2 == 0});
         EXPECT_TRUE(hasIcons(tray, 1)) << i;
+    }
+}
+
+TEST_F(X11StatusBarTest, DocksInTheTrayAfterOneThatEndedWithoutTakingIt)
+{
+    show();
+    for (int i = 0; i < 3; ++i) {
+        TestTray tray({.isDeaf = i < 2});
+        EXPECT_TRUE(waitUntil([&] { return tray.requestCount() == 1; })) << i;
+        EXPECT_TRUE(hasIcons(tray, i < 2 ? 0 : 1)) << i;
     }
 }
 
@@ -166,6 +176,35 @@ TEST_F(X11StatusBarTest, IsDrawnInTheMiddleAtTheSizeThatTheTrayGives)
     EXPECT_TRUE(shows(tray, {11, 12}, background));
     EXPECT_TRUE(shows(tray, {23, 35}, color));
     EXPECT_TRUE(shows(tray, {23, 36}, background));
+    // Nothing of the larger one is left.
+    tray.resize(tray.icons().front(), {16, 16});
+    EXPECT_TRUE(shows(tray, {5, 5}, color));
+    EXPECT_TRUE(shows(tray, {13, 13}, background));
+}
+
+TEST_F(X11StatusBarTest, AsksToBeAsWideAsAHorizontalTrayIsHigh)
+{
+    TestTray tray({.iconSize = {22, 40}});
+    show();
+    ASSERT_TRUE(hasIcons(tray, 1));
+    EXPECT_TRUE(waitUntil([&] { return tray.minimumSize(tray.icons().front()) == QSize(40, 40); }));
+}
+
+TEST_F(X11StatusBarTest, AsksToBeAsHighAsAVerticalTrayIsWide)
+{
+    TestTray tray({.isVertical = true, .iconSize = {40, 22}});
+    show();
+    ASSERT_TRUE(hasIcons(tray, 1));
+    EXPECT_TRUE(waitUntil([&] { return tray.minimumSize(tray.icons().front()) == QSize(40, 40); }));
+}
+
+TEST_F(X11StatusBarTest, AsksForASizeThatOldPanelsHaveRoomFor)
+{
+    TestTray tray({.iconSize = {1, 1}});
+    show();
+    ASSERT_TRUE(hasIcons(tray, 1));
+    ASSERT_TRUE(waitUntil([&] { return !tray.picture(tray.icons().front()).isNull(); }));
+    EXPECT_EQ(tray.minimumSize(tray.icons().front()), QSize(22, 22));
 }
 
 TEST_F(X11StatusBarTest, TakesTheColourThatTheTrayTells)
@@ -177,6 +216,17 @@ TEST_F(X11StatusBarTest, TakesTheColourThatTheTrayTells)
     EXPECT_TRUE(shows(tray, {11, 12}, light));
     tray.setForeground(dark);
     EXPECT_TRUE(shows(tray, {11, 12}, dark));
+    EXPECT_EQ(tray.requestCount(), 1);
+}
+
+TEST_F(X11StatusBarTest, ComesInAnotherVisualWhenTheTrayWantsOne)
+{
+    TestTray tray;
+    show();
+    ASSERT_TRUE(shows(tray, {11, 12}, QColor(0xd4, 0x6c, 0x00)));
+    tray.setVisualWithAlpha();
+    EXPECT_TRUE(shows(tray, {0, 0}, QColor(0, 0, 0, 0)));
+    EXPECT_TRUE(shows(tray, {11, 12}, QColor(0xd4, 0x6c, 0x00)));
     EXPECT_TRUE(hasIcons(tray, 1));
 }
 

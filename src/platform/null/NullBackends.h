@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Appearance.h"
 #include "platform/EventPoster.h"
 #include "platform/HotKeyCenter.h"
 #include "platform/Pasteboard.h"
@@ -7,6 +8,7 @@
 #include "platform/ScriptingService.h"
 #include "platform/SingleInstance.h"
 #include "platform/StatusBar.h"
+#include "platform/SystemSound.h"
 #include "platform/UnifiedLog.h"
 #include "platform/Workspace.h"
 
@@ -101,4 +103,18 @@ class NullUnifiedLog : public UnifiedLog
 {
 public:
     void info(const QString &, const QString &) override {}
+};
+
+/// A desktop that tells nothing about its look.
+class NullAppearance : public Appearance
+{
+public:
+    ColorScheme colorScheme() const override { return ColorScheme::Light; }
+    bool hasAnimations() const override { return true; }
+};
+
+class NullSystemSound : public SystemSound
+{
+public:
+    void playNavigationClick() override {}
 };

@@ -4,6 +4,7 @@
 #include "platform/EventPoster.h"
 #include "platform/HotKeyCenter.h"
 #include "platform/Screens.h"
+#include "platform/StatusBar.h"
 #include "platform/Workspace.h"
 
 #include <memory>
@@ -24,5 +25,8 @@ std::unique_ptr<EventPoster> makeX11EventPoster(MainQueue &queue, const Workspac
 
 /// Never null where there is an X server; wants a QGuiApplication.
 std::unique_ptr<Screens> makeX11Screens();
+
+/// Never null where there is an X server; its items need the RENDER extension.
+std::unique_ptr<StatusBar> makeX11StatusBar();
 
 } // namespace platform

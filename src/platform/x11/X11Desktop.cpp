@@ -13,6 +13,8 @@ constexpr uint32_t PropertyLimit = 16384; // in units of four bytes
 
 // EWMH, "Source indication in requests": 2 is a pager or another program that acts for the user.
 constexpr uint32_t SourcePager = 2;
+// EWMH, _NET_WM_DESKTOP: a window that is on all of them.
+constexpr uint32_t AllDesktops = 0xffffffff;
 
 using PropertyReply = XcbReply<xcb_get_property_reply_t>;
 
@@ -260,16 +262,8 @@ void X11Desktop::bringToFront(xcb_window_t window)
     xcb_connection_t *const connection = m_connection->get();
     const xcb_timestamp_t time = m_clock.now();
     if (m_windowManager != XCB_WINDOW_NONE) {
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = window;
-        message.type = m_connection->atom("_NET_ACTIVE_WINDOW");
-        message.data.data32[0] = SourcePager;
-        message.data.data32[1] = time;
-        xcb_send_event(connection, 0, m_connection->root(),
-            XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-            reinterpret_cast<const char *>(&message));
+        switchToDesktopOf(window, time);
+        askWindowManager(window, "_NET_ACTIVE_WINDOW", {SourcePager, time});
     } else {
         const uint32_t above = XCB_STACK_MODE_ABOVE;
         xcb_map_window(connection, window);
@@ -277,6 +271,32 @@ void X11Desktop::bringToFront(xcb_window_t window)
         xcb_set_input_focus(connection, XCB_INPUT_FOCUS_PARENT, window, time);
     }
     m_connection->flush();
+}
+
+void X11Desktop::switchToDesktopOf(xcb_window_t window, xcb_timestamp_t time)
+{
+    // Asked to activate a window of another desktop, some window managers switch there, some fetch the
+    // window, and some do neither.
+    const auto desktop = numbers(window, "_NET_WM_DESKTOP");
+    const auto current = numbers(m_connection->root(), "_NET_CURRENT_DESKTOP");
+    if (desktop.empty() || current.empty() || desktop.front() == AllDesktops ||
+        desktop.front() == current.front())
+        return;
+    askWindowManager(m_connection->root(), "_NET_CURRENT_DESKTOP", {desktop.front(), time});
+}
+
+void X11Desktop::askWindowManager(
+    xcb_window_t about, const QByteArray &type, const std::array<uint32_t, 2> &data)
+{
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = about;
+    message.type = m_connection->atom(type);
+    std::ranges::copy(data, message.data.data32);
+    xcb_send_event(m_connection->get(), 0, m_connection->root(),
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        reinterpret_cast<const char *>(&message));
 }
 
 std::optional<QRect> X11Desktop::geometry(xcb_window_t window)

@@ -5,7 +5,9 @@
 
 #include <QRect>
 
+#include <array>
 #include <optional>
+#include <utility>
 #include <vector>
 
 /// A top-level window and what it says about its program.
@@ -36,6 +38,10 @@ public:
     /// Asks for the window to be in front, on its workspace, with the keyboard focus.
     void bringToFront(xcb_window_t window);
 
+    /// Keeps in mind whose program was activated last, until it is taken.
+    void noteActivated(const X11Window &window) { m_activated = window; }
+    std::optional<X11Window> takeActivated() { return std::exchange(m_activated, std::nullopt); }
+
     /// A window's place on the screen, in pixels of the server's; nothing when it is gone.
     std::optional<QRect> geometry(xcb_window_t window);
     /// The pointer's place.
@@ -64,6 +70,8 @@ private:
     xcb_window_t windowWithFocus();
     xcb_window_t parent(xcb_window_t window);
     std::vector<xcb_window_t> windowsFromTop();
+    void switchToDesktopOf(xcb_window_t window, xcb_timestamp_t time);
+    void askWindowManager(xcb_window_t about, const QByteArray &type, const std::array<uint32_t, 2> &data);
     std::vector<quint32> numbers(xcb_window_t window, const QByteArray &property);
 
     std::unique_ptr<X11Connection> m_connection;
@@ -73,4 +81,5 @@ private:
     xcb_window_t m_windowManager = XCB_WINDOW_NONE; ///< its own window; none when there is no EWMH one
     xcb_window_t m_watched = XCB_WINDOW_NONE;
     std::optional<X11Window> m_active;
+    std::optional<X11Window> m_activated;
 };

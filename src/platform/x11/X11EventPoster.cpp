@@ -1,5 +1,6 @@
 #include "platform/x11/X11EventPoster.h"
 
+#include "base/Console.h"
 #include "platform/linux/KeyCodes.h"
 #include "platform/x11/X11Backends.h"
 
@@ -13,6 +14,7 @@ namespace
 constexpr quint16 VirtualV = 9;
 constexpr std::chrono::milliseconds RoundTime{10};
 constexpr int RoundLimit = 200; // 2 s
+constexpr int SettleRounds = 5;
 constexpr std::chrono::seconds ClipboardDeadline{1};
 
 xcb_keycode_t keyAt(int evdevCode)
@@ -52,6 +54,7 @@ X11EventPoster::X11EventPoster(std::unique_ptr<X11Connection> connection,
     , m_primary(*m_connection, m_clock)
     , m_queue(queue)
     , m_workspace(workspace)
+    , m_activations(dynamic_cast<const X11Workspace *>(&workspace))
 {
     m_connection->onEvent = [this](const xcb_generic_event_t &event) {
         m_clock.note(event);
@@ -94,43 +97,90 @@ void X11EventPoster::post(EventTapLocation, const KeyEvent &event)
     }
     if (!std::exchange(m_isCommandVDown, false))
         return;
-    if (m_waitingCount++ > 0)
+    m_waiting.push_back(m_activations ? m_activations->takeActivatedApplication() : nullptr);
+    if (m_waiting.size() > 1)
         return;
     m_roundsLeft = RoundLimit;
-    awaitRelease();
+    awaitTurn();
 }
 
-void X11EventPoster::awaitRelease()
+void X11EventPoster::awaitTurn()
 {
-    // News of the keyboard may be on the wire.
-    m_connection->processEvents();
-    const std::bitset<256> pressed = m_keyboard->pressedKeys() & ~m_keyboard->lockKeys();
-    m_stuckKeys &= pressed;
-    if ((pressed & ~m_stuckKeys).none()) {
-        postNext();
-    } else if (m_roundsLeft-- == 0) {
-        m_stuckKeys = pressed;
-        postNext();
+    const bool isLastRound = m_roundsLeft-- == 0;
+    const bool isHeld = isKeyHeld();
+    const bool isInFront = isTargetInFront();
+    if (!isInFront && (isLastRound || m_waiting.size() > 1)) {
+        // With another one behind it the user has moved on.
+        drop("the program that they are for is not in front");
+    } else if (isInFront && (!isHeld || isLastRound)) {
+        if (isHeld)
+            m_stuckKeys = pressedKeys();
+        postFirst();
     } else {
-        m_queue.asyncAfter(RoundTime, m_lifetime.guard([this] { awaitRelease(); }));
+        m_queue.asyncAfter(RoundTime, m_lifetime.guard([this] { awaitTurn(); }));
     }
 }
 
-void X11EventPoster::postNext()
+std::bitset<256> X11EventPoster::pressedKeys()
 {
-    if (m_waitingCount == 0)
-        return;
+    // News of the keyboard may be on the wire.
+    m_connection->processEvents();
+    return m_keyboard->pressedKeys() & ~m_keyboard->lockKeys();
+}
+
+bool X11EventPoster::isKeyHeld()
+{
+    const std::bitset<256> pressed = pressedKeys();
+    m_stuckKeys &= pressed;
+    return (pressed & ~m_stuckKeys).any();
+}
+
+bool X11EventPoster::isTargetInFront()
+{
+    const auto &target = m_waiting.front();
+    if (!target)
+        return true;
+    if (!target->isActive()) {
+        m_roundsToSettle = SettleRounds;
+        return false;
+    }
+    // One that comes late gets the time to take the keyboard that the others have had.
+    return m_roundsToSettle-- <= 0;
+}
+
+void X11EventPoster::postFirst()
+{
     const PasteChord chord = chordOfFocusedProgram();
     // Where no layout has the letter, GTK finds no Ctrl+V on any key, while Shift+Insert pastes in all
     // toolkits: in terminals PRIMARY, elsewhere CLIPBOARD.
     const bool hasLetter = m_keyboard->keyOf(keysymbol::SmallV).has_value();
-    if (chord == PasteChord::ShiftInsert || (chord == PasteChord::ControlShiftV && !hasLetter)) {
+    if (chord != PasteChord::ShiftInsert && hasLetter && isFree(chord)) {
+        postKeys(chord);
+        finishFirst();
+    } else if (!isFree(PasteChord::ShiftInsert)) {
+        drop("a program holds them as a hot key");
+    } else if (chord == PasteChord::ControlV) {
+        postKeys(PasteChord::ShiftInsert);
+        finishFirst();
+    } else {
         postWithPrimary();
-        return;
     }
-    postKeys(hasLetter ? chord : PasteChord::ShiftInsert);
-    --m_waitingCount;
-    postNext();
+}
+
+void X11EventPoster::finishFirst()
+{
+    m_waiting.pop_front();
+    m_roundsLeft = RoundLimit;
+    m_roundsToSettle = 0;
+    // Later: what has called this must not be replaced yet.
+    if (!m_waiting.empty())
+        m_queue.async(m_lifetime.guard([this] { awaitTurn(); }));
+}
+
+void X11EventPoster::drop(const char *reason)
+{
+    consoleLine(QStringLiteral("[Larkspool] No paste keys: ") + QString::fromLatin1(reason));
+    finishFirst();
 }
 
 void X11EventPoster::postWithPrimary()
@@ -153,9 +203,7 @@ void X11EventPoster::finishWithPrimary(bool isTaken)
     ++m_primaryNumber;
     if (isTaken)
         postKeys(PasteChord::ShiftInsert);
-    --m_waitingCount;
-    // Later: what has called this must not be replaced yet.
-    m_queue.async(m_lifetime.guard([this] { postNext(); }));
+    finishFirst();
 }
 
 PasteChord X11EventPoster::chordOfFocusedProgram() const
@@ -182,6 +230,28 @@ std::vector<xcb_keycode_t> X11EventPoster::keysOf(PasteChord chord)
     else
         keys.push_back(m_keyboard->keyOf(SmallV).value_or(keyAt(KEY_V)));
     return keys;
+}
+
+bool X11EventPoster::isFree(PasteChord chord)
+{
+    xcb_connection_t *const connection = m_connection->get();
+    const xcb_window_t root = m_connection->root();
+    const xcb_keycode_t key = keysOf(chord).back();
+    int modifiers = m_keyboard->activeModifiers();
+    if (chord != PasteChord::ShiftInsert)
+        modifiers |= XCB_MOD_MASK_CONTROL;
+    if (chord != PasteChord::ControlV)
+        modifiers |= XCB_MOD_MASK_SHIFT;
+    const auto bits = static_cast<uint16_t>(modifiers);
+    // Two programs cannot hold the same combination (X protocol, GrabKey). The server's grab keeps others
+    // from being refused because of the attempt.
+    xcb_grab_server(connection);
+    const auto attempt =
+        xcb_grab_key_checked(connection, 0, root, bits, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_ungrab_key(connection, key, root, bits);
+    xcb_ungrab_server(connection);
+    const XcbReply<xcb_generic_error_t> refusal(xcb_request_check(connection, attempt));
+    return !refusal;
 }
 
 void X11EventPoster::postKeys(PasteChord chord)

@@ -8,8 +8,10 @@
 #include "platform/x11/X11Clock.h"
 #include "platform/x11/X11Keyboard.h"
 #include "platform/x11/X11PrimaryText.h"
+#include "platform/x11/X11Workspace.h"
 
 #include <chrono>
+#include <deque>
 
 /// Posts the paste chord with the XTEST extension, on a connection of its own. Any other event is dropped.
 ///
@@ -21,6 +23,13 @@
 /// longer waited for until it comes up. Programs that paste PRIMARY get the text of CLIPBOARD there first, as
 /// its owner gives it; when there is none, or not within a second, nothing is posted to them, since they
 /// would paste something else.
+///
+/// A chord that follows an activation by an X11 workspace is meant for that application: it waits as long for
+/// it to come to the front, and is dropped, with a line on the console, when it does not, since it would
+/// paste into somebody else's window.
+///
+/// A chord that a program holds as a hot key, this one included, would never reach its target, but set off
+/// the hot key: Shift+Insert is posted in its place, and nothing when that is held as well.
 class X11EventPoster : public EventPoster
 {
 public:
@@ -37,12 +46,18 @@ public:
 private:
     X11EventPoster(std::unique_ptr<X11Connection> connection, std::unique_ptr<X11Keyboard> keyboard,
         MainQueue &queue, const Workspace &workspace);
-    void awaitRelease();
-    void postNext();
+    void awaitTurn();
+    std::bitset<256> pressedKeys();
+    bool isKeyHeld();
+    bool isTargetInFront();
+    void postFirst();
     void postWithPrimary();
     void finishWithPrimary(bool isTaken);
     void postKeys(PasteChord chord);
+    void finishFirst();
+    void drop(const char *reason);
     std::vector<xcb_keycode_t> keysOf(PasteChord chord);
+    bool isFree(PasteChord chord);
     PasteChord chordOfFocusedProgram() const;
 
     std::unique_ptr<X11Connection> m_connection;
@@ -51,9 +66,12 @@ private:
     X11PrimaryText m_primary;
     MainQueue &m_queue;
     const Workspace &m_workspace;
+    const X11Workspace *m_activations; ///< the same workspace, when it tells whom it brought to the front
     bool m_isCommandVDown = false;
-    int m_waitingCount = 0;
+    /// Whom each waiting chord is for; null is whoever is in front.
+    std::deque<std::shared_ptr<RunningApplication>> m_waiting;
     int m_roundsLeft = 0;
+    int m_roundsToSettle = 0;
     int m_primaryNumber = 0; ///< of the current request for CLIPBOARD's text, and of none when it is over
     std::bitset<256> m_stuckKeys;
     Lifetime m_lifetime;

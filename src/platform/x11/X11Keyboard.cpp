@@ -210,6 +210,13 @@ int X11Keyboard::activeGroup()
     return reply ? reply->group : 0;
 }
 
+int X11Keyboard::activeModifiers()
+{
+    const XcbReply<xcb_xkb_get_state_reply_t> reply(xcb_xkb_get_state_reply(
+        m_connection.get(), xcb_xkb_get_state(m_connection.get(), CoreKeyboard), nullptr));
+    return reply ? reply->mods : 0;
+}
+
 std::bitset<256> X11Keyboard::pressedKeys()
 {
     std::bitset<256> pressed;

@@ -53,6 +53,8 @@ public:
     /// it.
     std::optional<xcb_keycode_t> keyOf(KeySymbol symbol);
 
+    /// The bits of the modifiers that are in effect now, held or locked.
+    int activeModifiers();
     /// The keys that are down now.
     std::bitset<256> pressedKeys();
     /// The keys that lock something, which a hand never holds for a chord.

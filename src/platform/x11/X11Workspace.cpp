@@ -30,6 +30,7 @@ public:
 
     void activate() override
     {
+        m_desktop->noteActivated(m_window);
         // The server may have given the number of a closed window to another program's.
         const auto now = m_desktop->describe(m_window.id);
         if (now && X11Desktop::isSameProgram(*now, m_window))
@@ -80,6 +81,14 @@ std::shared_ptr<RunningApplication> X11Workspace::frontmostApplication() const
     if (!active)
         return nullptr;
     return std::make_shared<X11Application>(m_desktop, std::move(*active));
+}
+
+std::shared_ptr<RunningApplication> X11Workspace::takeActivatedApplication() const
+{
+    auto activated = m_desktop->takeActivated();
+    if (!activated)
+        return nullptr;
+    return std::make_shared<X11Application>(m_desktop, std::move(*activated));
 }
 
 std::unique_ptr<Workspace> platform::makeX11Workspace()

@@ -14,6 +14,10 @@ public:
 
     std::shared_ptr<RunningApplication> frontmostApplication() const override;
 
+    /// The application that was last activated since the previous call; null when none was. Keys that are
+    /// pressed after an activation are meant for that one.
+    std::shared_ptr<RunningApplication> takeActivatedApplication() const;
+
 private:
     explicit X11Workspace(std::shared_ptr<X11Desktop> desktop)
         : m_desktop(std::move(desktop))
