@@ -1,4 +1,8 @@
 #include "bench/HistoryFixture.h"
+#include "fakes/FakeAppearance.h"
+#include "fakes/FakeLocalEvents.h"
+#include "fakes/FakePasteboard.h"
+#include "fakes/FakeSystemSound.h"
 #include "fakes/ManualMainQueue.h"
 #include "ui/history/ClipboardHistoryView.h"
 
@@ -53,6 +57,11 @@ public:
 
 private:
     History m_history;
+    FakePasteboard m_pasteboard;
+    UserDefaults m_defaults{QString()};
+    FakeLocalEvents m_events;
+    FakeSystemSound m_sound;
+    FakeAppearance m_appearance;
     ManualMainQueue m_queue;
     NotificationCenter m_notifications;
     SystemClock m_clock;

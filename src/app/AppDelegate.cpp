@@ -7,6 +7,7 @@
 #include "store/Seeding.h"
 #include "ui/history/ClipboardHistoryView.h"
 #include "ui/history/HistoryModule.h"
+#include "ui/history/RowPictures.h"
 #include "ui/style/SymbolProvider.h"
 #include "ui/style/Symbols.h"
 
@@ -97,7 +98,12 @@ void AppDelegate::setupPanel()
         return;
     m_historyView = std::make_unique<ClipboardHistoryView>(
         ClipboardHistoryView::Surroundings{.modelContext = m_modelContainer->mainContext(),
+            .pasteboard = *m_ports.pasteboard,
             .notifications = m_notifications,
+            .defaults = m_defaults,
+            .events = *m_ports.localEvents,
+            .sound = *m_ports.systemSound,
+            .appearance = *m_ports.appearance,
             .queue = m_queue,
             .clock = m_clock,
             .caseRule = text::caseRule(QLocale())},
@@ -106,6 +112,7 @@ void AppDelegate::setupPanel()
     registerHistoryModule();
     m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
     installSymbols(*m_engine);
+    installRowPictures(*m_engine, *m_historyView->filteredItems(), m_storePath);
     QQmlComponent content(
         m_engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/Larkspool/History/ClipboardHistory.qml")));
     auto rootView =
@@ -118,6 +125,7 @@ void AppDelegate::setupPanel()
     auto hostingView = std::make_unique<TransparentHostingView>(m_queue);
     hostingView->setRootView(std::move(rootView));
     m_panel->setContentView(std::move(hostingView));
+    m_historyView->appear();
 }
 
 void AppDelegate::startClipboardMonitoring()

@@ -7,12 +7,15 @@
 #include "base/NotificationCenter.h"
 #include "base/UserDefaults.h"
 #include "capture/ClipboardMonitor.h"
+#include "platform/Appearance.h"
 #include "platform/EventPoster.h"
 #include "platform/HotKeyCenter.h"
+#include "platform/LocalEvents.h"
 #include "platform/Pasteboard.h"
 #include "platform/Screens.h"
 #include "platform/ScriptingService.h"
 #include "platform/StatusBar.h"
+#include "platform/SystemSound.h"
 #include "platform/UnifiedLog.h"
 #include "platform/Workspace.h"
 #include "services/HotkeyService.h"
@@ -37,13 +40,16 @@ class AppDelegate : public QObject
 public:
     /// What the desktop does for it: a back end for each port, none of them null.
     struct Ports {
+        std::unique_ptr<Appearance> appearance;
         std::unique_ptr<Pasteboard> pasteboard;
         std::unique_ptr<Workspace> workspace;
         std::unique_ptr<HotKeyCenter> hotKeyCenter;
         std::unique_ptr<EventPoster> eventPoster;
         std::unique_ptr<ScriptingService> scripting;
+        std::unique_ptr<LocalEvents> localEvents;
         std::unique_ptr<Screens> screens;
         std::unique_ptr<StatusBar> statusBar;
+        std::unique_ptr<SystemSound> systemSound;
         std::unique_ptr<UnifiedLog> unifiedLog;
     };
     /// Where it keeps what it keeps.

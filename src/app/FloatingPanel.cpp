@@ -3,6 +3,9 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainterPath>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace
 {
@@ -33,6 +36,13 @@ FloatingPanel::FloatingPanel(MainQueue &queue)
     resize(Size);
     connect(
         qGuiApp, &QGuiApplication::applicationStateChanged, this, &FloatingPanel::applicationStateChanged);
+    // A monitor may be taken away under the panel, or shrink.
+    const auto follow = [this](QScreen *screen) {
+        connect(screen, &QScreen::geometryChanged, this, &FloatingPanel::screensChanged);
+    };
+    std::ranges::for_each(QGuiApplication::screens(), follow);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, follow);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &FloatingPanel::screensChanged);
 }
 
 FloatingPanel::~FloatingPanel() = default;
@@ -90,6 +100,16 @@ void FloatingPanel::applicationStateChanged(Qt::ApplicationState state)
         return;
     m_queue.async(m_lifetime.guard([this] {
         if (QGuiApplication::applicationState() != Qt::ApplicationActive)
+            orderOut();
+    }));
+}
+
+void FloatingPanel::screensChanged()
+{
+    m_queue.async(m_lifetime.guard([this] {
+        const bool isOnScreen = std::ranges::any_of(QGuiApplication::screens(),
+            [this](const QScreen *screen) { return screen->geometry().contains(geometry()); });
+        if (isVisible() && !isOnScreen)
             orderOut();
     }));
 }

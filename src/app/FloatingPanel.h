@@ -39,6 +39,7 @@ private:
     /// Escape that nothing in the content has taken.
     void cancelOperation();
     void applicationStateChanged(Qt::ApplicationState state);
+    void screensChanged();
 
     MainQueue &m_queue;
     std::unique_ptr<TransparentHostingView> m_contentView;

@@ -16,11 +16,14 @@ namespace
 AppDelegate::Ports loadPorts(MainQueue &queue)
 {
     AppDelegate::Ports ports;
+    ports.appearance = platform::loadAppearance(queue);
     ports.pasteboard = platform::loadPasteboard();
     ports.workspace = platform::loadWorkspace();
     ports.hotKeyCenter = platform::loadHotKeyCenter();
     ports.eventPoster = platform::loadEventPoster(queue, *ports.workspace);
     ports.scripting = platform::loadScriptingService(*ports.workspace);
+    ports.localEvents = platform::loadLocalEvents();
+    ports.systemSound = platform::loadSystemSound();
     ports.screens = platform::loadScreens();
     ports.statusBar = platform::loadStatusBar();
     ports.unifiedLog = platform::loadUnifiedLog();

@@ -26,6 +26,22 @@ std::optional<QByteArray> UserDefaults::data(const QString &key) const
     return settings.value(key).toByteArray();
 }
 
+QString UserDefaults::string(const QString &key, const QString &defaultValue) const
+{
+    const QVariant value = QSettings(m_filePath, QSettings::IniFormat).value(key);
+    return value.typeId() == QMetaType::QString ? value.toString() : defaultValue;
+}
+
+bool UserDefaults::boolean(const QString &key, bool defaultValue) const
+{
+    const QString value = string(key, QString());
+    if (value == QLatin1String("true") || value == QLatin1String("1"))
+        return true;
+    if (value == QLatin1String("false") || value == QLatin1String("0"))
+        return false;
+    return defaultValue;
+}
+
 QByteArray UserDefaults::writtenValue(const QString &key) const
 {
     QFile file(m_filePath);

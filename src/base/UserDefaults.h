@@ -19,6 +19,11 @@ public:
     /// The bytes stored under the key; nothing when the key is absent.
     std::optional<QByteArray> data(const QString &key) const;
 
+    /// The text stored under the key, else the default. Texts of the wrong kind are the default.
+    QString string(const QString &key, const QString &defaultValue) const;
+    /// The flag stored under the key ("true", "false", 1, 0), else the default.
+    bool boolean(const QString &key, bool defaultValue) const;
+
 private:
     /// The value as it stands in the file.
     QByteArray writtenValue(const QString &key) const;

@@ -1,17 +1,16 @@
 """The road of a paste under window managers of every kind, and under none."""
 
-import pathlib
 import unittest
 
-from harness import Desktop, Larkspool, Store, programs, run_tests, stays, wait_until
+from harness import Desktop, Larkspool, Store, need, programs, run_tests, stays, wait_until
+from harness.preferences import LarkspoolWithHotKey, preferences_file
 
 CENTRED = (620, 220, 680, 640)
-# A hot key without modifiers: the program hears nothing at all before it.
-F12 = '{"keyCode":111,"modifiers":0}'
 
 
 class OnADesktop:
     window_manager = None
+    frame_size = 0  # what the window manager reckons with for a frame, even if it draws none
 
     @classmethod
     def setUpClass(cls):
@@ -27,13 +26,6 @@ class OnADesktop:
         # Not just anywhere: an earlier test may have copied the same.
         wait_until(lambda: self.store.contents()[:1] == [text], "the newest entry")
 
-    def open_panel(self, *hot_key):
-        """Presses the hot key and waits until the panel has the keyboard; its window."""
-        self.keyboard.hit(*(hot_key or ("Super", "Shift", "v")))
-        panel = wait_until(self.program.panel, "the panel is shown")
-        self.keyboard.wait_for_focus(panel)
-        return panel
-
     def terminal(self):
         terminal = programs.Terminal(self.desktop, f"{self._testMethodName}.txt")
         self.addCleanup(terminal.close)
@@ -47,8 +39,13 @@ class OnADesktop:
         wait_until(lambda: terminal.typed() == text.encode(), "pasted")
         self.keyboard.wait_for_focus(terminal.window)
 
+    def is_centred(self, panel):
+        x, y, *size = self.keyboard.geometry(panel)
+        distance = max(abs(x - CENTRED[0]), abs(y - CENTRED[1]))
+        return tuple(size) == CENTRED[2:] and distance <= self.frame_size
+
     def assert_centred(self, panel):
-        wait_until(lambda: self.keyboard.geometry(panel) == CENTRED, "680 x 640 in the middle")
+        wait_until(lambda: self.is_centred(panel), "680 x 640 in the middle")
 
     # What holds everywhere
 
@@ -57,25 +54,21 @@ class OnADesktop:
         self.copy("pasted;")
         terminal = self.terminal()
         for count in range(1, 4):
-            self.assert_centred(self.open_panel())
+            self.assert_centred(self.program.open_panel())
             self.choose()
             self.assert_pasted(terminal, "pasted;" * count)
 
     def test_the_panel_takes_the_keyboard_from_a_program_that_was_just_typed_in(self):
-        """Window managers compare when their windows were last used, and refuse a window that looks older."""
-        folder = pathlib.Path(self.desktop.env["XDG_CONFIG_HOME"]) / "larkspool"
-        folder.mkdir(exist_ok=True)
-        (folder / "larkspool.conf").write_text(f"[General]\nhotkeyCombo={F12}\n")
-        self.addCleanup((folder / "larkspool.conf").unlink)
-        self.program = Larkspool(self.desktop)
-        self.program.wait_for_hot_key = lambda: wait_until(lambda: self.desktop.probe.is_grabbed("F12", []), "F12")
-        self.enterContext(self.program)
+        # Window managers compare when their windows were last used, and refuse one that looks older. A hot key
+        # without modifiers is the hardest: the program hears nothing at all before it.
+        self.program = self.enterContext(LarkspoolWithHotKey(self.desktop, "F12"))
+        self.addCleanup(preferences_file(self.desktop).unlink)
         self.copy("pasted;")
         editor = programs.Editor(self.desktop, "mousepad")
         self.addCleanup(editor.close)
         for count in range(1, 3):
             editor.type("typed;")
-            self.open_panel("F12")
+            self.program.open_panel()
             self.choose()
             wait_until(lambda: editor.saved() == b"typed;pasted;" * count, "pasted", every=0.2)
 
@@ -83,7 +76,7 @@ class OnADesktop:
         self.start()
         self.copy("not wanted")
         terminal = self.terminal()
-        self.open_panel()
+        self.program.open_panel()
         self.choose("Escape")
         if self.window_manager:
             self.keyboard.wait_for_focus(terminal.window)
@@ -96,7 +89,7 @@ class WithAWindowManager(OnADesktop):
         terminal = self.terminal()
         # Some window managers put a window in the middle, where the panel will be.
         self.keyboard.move(terminal.window, 10, 40)
-        self.open_panel()
+        self.program.open_panel()
         self.keyboard.click(terminal.window, 30, 30)
         self.program.wait_until_hidden()
         self.keyboard.wait_for_focus(terminal.window)
@@ -105,10 +98,11 @@ class WithAWindowManager(OnADesktop):
         self.start()
         self.copy("pasted;")
         terminal = self.terminal()
-        self.open_panel()
+        self.program.open_panel()
         self.keyboard.send_to_workspace(terminal.window, 2)
         self.choose()
         self.assert_pasted(terminal, "pasted;")
+        self.assertEqual(self.desktop.probe.workspace_of(terminal.window), self.desktop.probe.workspace())
 
 
 class WithMinimisedWindows(WithAWindowManager):
@@ -116,7 +110,7 @@ class WithMinimisedWindows(WithAWindowManager):
         self.start()
         self.copy("pasted;")
         terminal = self.terminal()
-        self.open_panel()
+        self.program.open_panel()
         self.keyboard.minimise(terminal.window)
         self.choose()
         self.assert_pasted(terminal, "pasted;")
@@ -131,6 +125,7 @@ class Xfwm4(WithMinimisedWindows, unittest.TestCase):
 
     @classmethod
     def setUpClass(cls):
+        need("xfconf-query")
         super().setUpClass()
         # Off by default.
         setting = ["-p", "/general/prevent_focus_stealing", "-n", "-t", "bool", "-s", "true"]
@@ -139,6 +134,7 @@ class Xfwm4(WithMinimisedWindows, unittest.TestCase):
 
 class I3(WithAWindowManager, unittest.TestCase):
     window_manager = "i3"
+    frame_size = 20
 
 
 class NoWindowManager(OnADesktop, unittest.TestCase):

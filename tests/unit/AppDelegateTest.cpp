@@ -2,12 +2,15 @@
 
 #include "app/FloatingPanel.h"
 #include "base/Notifications.h"
+#include "fakes/FakeAppearance.h"
 #include "fakes/FakeEventPoster.h"
 #include "fakes/FakeHotKeyCenter.h"
+#include "fakes/FakeLocalEvents.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeScriptingService.h"
 #include "fakes/FakeStatusBar.h"
+#include "fakes/FakeSystemSound.h"
 #include "fakes/FakeUnifiedLog.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualMainQueue.h"
@@ -46,12 +49,15 @@ protected:
     void launch()
     {
         AppDelegate::Ports ports;
+        appearance = give<FakeAppearance>(ports.appearance);
         pasteboard = give<FakePasteboard>(ports.pasteboard);
         workspace = give<FakeWorkspace>(ports.workspace);
         hotKeys = give<FakeHotKeyCenter>(ports.hotKeyCenter);
         poster = give<FakeEventPoster>(ports.eventPoster);
         poster->isTrusted = isTrusted;
         scripting = give<FakeScriptingService>(ports.scripting);
+        events = give<FakeLocalEvents>(ports.localEvents);
+        give<FakeSystemSound>(ports.systemSound);
         screens = give<FakeScreens>(ports.screens);
         statusBar = give<FakeStatusBar>(ports.statusBar);
         ports.unifiedLog = std::make_unique<FakeUnifiedLog>();
@@ -87,7 +93,7 @@ protected:
         queue.advanceBy(500ms);
     }
     /// The Return key in the panel.
-    void pick() const { delegate->historyView()->pasteSelected(); }
+    void pick() const { delegate->historyView()->paste(delegate->historyView()->selectedIndex()); }
     bool isShown() const { return delegate->panel()->isVisible(); }
     void pressHotKey() const { hotKeys->press(V, CommandShift); }
 
@@ -95,11 +101,13 @@ protected:
     bool isTrusted = true;
     bool elsewhere = false;
     QString storePath;
+    FakeAppearance *appearance = nullptr;
     FakePasteboard *pasteboard = nullptr;
     FakeWorkspace *workspace = nullptr;
     FakeHotKeyCenter *hotKeys = nullptr;
     FakeEventPoster *poster = nullptr;
     FakeScriptingService *scripting = nullptr;
+    FakeLocalEvents *events = nullptr;
     FakeScreens *screens = nullptr;
     FakeStatusBar *statusBar = nullptr;
 
@@ -307,7 +315,7 @@ TEST_F(Controller, WithoutAnApplicationInFrontTheEntryStaysOnThePasteboard)
     copy("wren");
     workspace->leaveNobodyInFront();
     pressHotKey();
-    delegate->historyView()->moveSelection(1);
+    delegate->historyView()->setSelectedIndex(1);
     pick();
     queue.advanceBy(1s);
     EXPECT_TRUE(poster->posted().empty());

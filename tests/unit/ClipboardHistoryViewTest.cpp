@@ -1,13 +1,8 @@
-#include "ui/history/ClipboardHistoryView.h"
+#include "support/HistoryViewFixture.h"
 
 #include "base/Notifications.h"
-#include "fakes/FixedClock.h"
-#include "fakes/ManualMainQueue.h"
-#include "support/TemporaryStore.h"
 
 #include <QAbstractItemModelTester>
-
-#include <gtest/gtest.h>
 
 #include <random>
 
@@ -18,65 +13,11 @@ namespace
 
 using Focus = ClipboardHistoryView::Focus;
 
-class HistoryView : public ::testing::Test
+class HistoryView : public HistoryViewFixture
 {
 protected:
-    struct Entry {
-        QByteArray content;
-        ClipboardItemType type = ClipboardItemType::Text;
-        std::optional<QString> application;
-        std::optional<QUuid> categoryId;
-        bool isPinned = false;
-    };
-
-    std::shared_ptr<ClipboardItem> add(const Entry &entry)
-    {
-        m_clock.advanceBy(1000);
-        const auto item = std::make_shared<ClipboardItem>(entry.content, entry.type, std::nullopt,
-            entry.application, std::nullopt, entry.isPinned, m_clock);
-        item->setCategoryId(entry.categoryId);
-        m_store.context().insert(item);
-        return item;
-    }
-    std::shared_ptr<ClipboardItem> add(const QByteArray &content)
-    {
-        return add(Entry{content, {}, {}, {}, {}});
-    }
-
-    std::shared_ptr<ClipCategory> addCategory(const QString &name)
-    {
-        const auto order = m_store.context().fetchCount<ClipCategory>();
-        const auto category = std::make_shared<ClipCategory>(
-            name, QStringLiteral("#3F78F3"), QStringLiteral("doc"), order, false, m_clock);
-        m_store.context().insert(category);
-        return category;
-    }
-
-    std::unique_ptr<ClipboardHistoryView> makeView(text::CaseRule rule = text::CaseRule::Common)
-    {
-        return std::make_unique<ClipboardHistoryView>(
-            ClipboardHistoryView::Surroundings{m_store.context(), m_notifications, m_queue, m_clock, rule},
-            [this](const std::shared_ptr<ClipboardItem> &item) { m_picked.append(item->contentUtf8()); });
-    }
-
-    static QByteArrayList contents(ClipboardHistoryView &view)
-    {
-        QByteArrayList list;
-        for (const auto &item : view.filteredItems()->rows())
-            list.append(item->contentUtf8());
-        return list;
-    }
-    static bool press(ClipboardHistoryView &view, int key, const QString &text = {},
-        Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        return view.handleKey(key, int(modifiers), text);
-    }
-
-    TemporaryStore m_store;
-    FixedClock m_clock;
-    ManualMainQueue m_queue;
-    NotificationCenter m_notifications;
-    QByteArrayList m_picked;
+    /// A letter that nothing else takes begins a search.
+    void typeToSearch(ClipboardHistoryView &view, const QString &text) { press(view, Qt::Key_unknown, text); }
 };
 
 // Filters
@@ -360,8 +301,6 @@ TEST_F(HistoryView, TheHighlightStopsAtBothEnds)
     press(*view, Qt::Key_Down);
     press(*view, Qt::Key_Down);
     EXPECT_EQ(view->selectedIndex(), 1);
-    EXPECT_FALSE(view->moveSelection(1));
-    EXPECT_TRUE(view->moveSelection(-1));
 }
 
 TEST_F(HistoryView, ReturnPicksTheHighlightedEntry)
@@ -406,11 +345,12 @@ TEST_F(HistoryView, TheHighlightOfTheCategorySearchStopsAtBothEnds)
     addCategory(QStringLiteral("Rich Text"));
     addCategory(QStringLiteral("URL"));
     const auto view = makeView();
+    view->setCategorySearching(true);
     view->setCategorySearchText(QStringLiteral("TEXT"));
-    EXPECT_FALSE(view->moveCategorySearch(-1));
-    EXPECT_TRUE(view->moveCategorySearch(1));
-    EXPECT_FALSE(view->moveCategorySearch(1));
+    for (const int key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down})
+        press(*view, key);
     EXPECT_EQ(view->categorySearchIndex(), 1);
+    EXPECT_EQ(m_sound.clickCount, 1);
 }
 
 // Categories
@@ -423,7 +363,7 @@ TEST_F(HistoryView, TheCategorySearchOffersCategoriesByName)
     const auto view = makeView();
     const auto names = [&] {
         QStringList list;
-        for (const auto &category : view->matchingCategories())
+        for (const auto &category : view->matchingCategories()->rows())
             list.append(category->name());
         return list;
     };
@@ -516,14 +456,13 @@ TEST_F(HistoryView, ShowingThePanelPutsEverythingBack)
     const auto view = makeView();
     const auto b = add("lark b");
     add("lark a");
-    view->typeToSearch(QStringLiteral("l"));
+    typeToSearch(*view, QStringLiteral("l"));
     m_queue.advanceBy(100ms);
     view->setSelectedFilterId(category->id());
     view->setCategorySearching(true);
     view->setCategorySearchText(QStringLiteral("x"));
     view->setSelectedIds({b->id()});
-    view->setMultiSelectMode(true);
-    view->setShowCombinePanel(true);
+    press(*view, Qt::Key_Return);
     view->setSelectedIndex(1);
     m_notifications.post(notification::panelWillShow());
     EXPECT_EQ(view->selectedIndex(), 0);
@@ -541,6 +480,7 @@ TEST_F(HistoryView, ShowingThePanelPutsEverythingBack)
 TEST_F(HistoryView, TheListClaimsTheFocusThreeTimes)
 {
     const auto view = makeView();
+    view->setFocus(Focus::Elsewhere);
     m_notifications.post(notification::panelWillShow());
     EXPECT_FALSE(view->isViewFocused());
     for (const auto step : {50ms, 100ms, 150ms}) {
@@ -570,7 +510,7 @@ TEST_F(HistoryView, AViewThatIsGoneClaimsNothing)
 {
     auto view = makeView();
     m_notifications.post(notification::panelWillShow());
-    view->typeToSearch(QStringLiteral("a"));
+    typeToSearch(*view, QStringLiteral("a"));
     view.reset();
     m_queue.advanceBy(1s);
     m_notifications.post(notification::panelWillShow());
@@ -643,7 +583,7 @@ TEST_F(HistoryView, CommandFOpensAndClosesTheSearch)
 TEST_F(HistoryView, DeletingTheLastCharacterClosesTheSearch)
 {
     const auto view = makeView();
-    view->typeToSearch(QStringLiteral("l"));
+    typeToSearch(*view, QStringLiteral("l"));
     m_queue.advanceBy(100ms);
     view->setSearchText(QString());
     EXPECT_FALSE(view->isSearchExpanded());
@@ -657,7 +597,7 @@ TEST_F(HistoryView, EscapeGoesBackFromTheSearchThenFromTheFilterThenFromThePanel
     addCategory(QStringLiteral("Text"));
     const auto view = makeView();
     press(*view, Qt::Key_Right);
-    view->typeToSearch(QStringLiteral("l"));
+    typeToSearch(*view, QStringLiteral("l"));
     m_queue.advanceBy(100ms);
     EXPECT_TRUE(press(*view, Qt::Key_Escape));
     EXPECT_FALSE(view->isSearchExpanded());
@@ -683,12 +623,12 @@ TEST_F(HistoryView, EscapeBeforeTheFieldIsThereTypesNothing)
 TEST_F(HistoryView, AFieldThatIsOpenedAgainAtOnceKeepsTheFocus)
 {
     const auto view = makeView();
-    view->typeToSearch(QStringLiteral("l"));
+    typeToSearch(*view, QStringLiteral("l"));
     m_queue.advanceBy(100ms);
     press(*view, Qt::Key_Escape);
     m_queue.advanceBy(80ms);
     m_notifications.post(notification::panelWillShow());
-    view->typeToSearch(QStringLiteral("w"));
+    typeToSearch(*view, QStringLiteral("w"));
     m_queue.advanceBy(1s);
     EXPECT_TRUE(view->isSearchFocused());
     EXPECT_EQ(view->searchText(), QStringLiteral("w"));
@@ -697,8 +637,8 @@ TEST_F(HistoryView, AFieldThatIsOpenedAgainAtOnceKeepsTheFocus)
 TEST_F(HistoryView, AFieldThatIsClosedAgainAtOnceGetsNoFocus)
 {
     const auto view = makeView();
-    view->toggleSearch();
-    view->toggleSearch();
+    press(*view, Qt::Key_F, QString(), Qt::ControlModifier);
+    press(*view, Qt::Key_F, QString(), Qt::ControlModifier);
     m_queue.advanceBy(1s);
     EXPECT_FALSE(view->isSearchFocused());
 }
@@ -707,7 +647,7 @@ TEST_F(HistoryView, TheArrowsMoveTheCursorOfAnOpenSearch)
 {
     addCategory(QStringLiteral("Text"));
     const auto view = makeView();
-    view->toggleSearch();
+    press(*view, Qt::Key_F, QString(), Qt::ControlModifier);
     EXPECT_FALSE(press(*view, Qt::Key_Left));
     EXPECT_FALSE(press(*view, Qt::Key_Right));
     EXPECT_EQ(view->selectedFilterId(), std::nullopt);

@@ -27,6 +27,12 @@ public:
     /// Null when there is none with the id.
     std::shared_ptr<ClipCategory> category(const QUuid &id) const;
 
+    /// Lists the categories that the filter lets pass; all when it is empty.
+    void setFilter(FetchDescriptor<ClipCategory>::Predicate filter)
+    {
+        query().setPredicate(std::move(filter));
+    }
+
     void setChosen(std::optional<QUuid> id);
 
     QVariant data(const QModelIndex &index, int role) const override;

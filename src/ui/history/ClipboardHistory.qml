@@ -4,7 +4,8 @@ import QtQuick
 import Larkspool.History
 import Larkspool.Style
 
-/// The panel's content: a count, the search, the categories and the list.
+/// The panel's content, from top to bottom: header, search, categories, category search, list; menus and the combine
+/// panel lie over them.
 FocusScope {
     id: root
 
@@ -14,19 +15,49 @@ FocusScope {
 
     Keys.onPressed: event => event.accepted = root.view.handleKey(event.key, event.modifiers, event.text)
 
+    function takeFocus() {
+        switch (root.view.focus) {
+        case ClipboardHistoryView.View:
+            list.forceActiveFocus()
+            break
+        case ClipboardHistoryView.Search:
+            head.focusSearch()
+            break
+        case ClipboardHistoryView.CategorySearch:
+            head.focusCategorySearch()
+            break
+        case ClipboardHistoryView.Edit:
+            list.focusEditor()
+            break
+        case ClipboardHistoryView.Create:
+            if (createCard.item)
+                createCard.item.takeFocus()
+            break
+        }
+    }
+
+    Binding {
+        target: Theme
+        property: "isDark"
+        value: root.view.isDark
+    }
+
+    Binding {
+        target: Theme
+        property: "animated"
+        value: root.view.hasAnimations
+    }
+
     Connections {
         target: root.view
 
         function onFocusChanged() {
-            if (root.view.focus === ClipboardHistoryView.Search)
-                search.takeFocus()
-            else if (root.view.focus === ClipboardHistoryView.View)
-                list.forceActiveFocus()
+            root.takeFocus()
         }
 
         function onWasReset() {
-            // positionViewAtBeginning would leave the margin out.
-            list.contentY = list.originY - list.topMargin
+            headerMenu.close()
+            list.showBeginning()
         }
     }
 
@@ -36,7 +67,7 @@ FocusScope {
         radius: Theme.panelRadius
     }
 
-    Column {
+    PanelHead {
         id: head
 
         anchors.left: parent.left
@@ -45,26 +76,11 @@ FocusScope {
         anchors.leftMargin: Theme.margin
         anchors.rightMargin: Theme.margin
         anchors.topMargin: 14
-        spacing: 12
-
-        Text {
-            text: list.count === 1 ? "1 item" : list.count + " items"
-            color: Theme.primaryText
-            font.pixelSize: 14
-            font.weight: Font.DemiBold
-        }
-
-        SearchField {
-            id: search
-
-            width: parent.width
-            visible: root.view.isSearchExpanded
-            view: root.view
-        }
-
-        CategoryBar {
-            width: parent.width
-            view: root.view
+        view: root.view
+        count: list.count
+        onMenuRequested: button => {
+            const corner = root.mapFromItem(button, 0, button.height + 4)
+            headerMenu.openAt(corner.x, corner.y)
         }
     }
 
@@ -78,72 +94,88 @@ FocusScope {
         color: Theme.separator
     }
 
-    ListView {
-        id: list
+    Loader {
+        id: createCard
 
         anchors.top: separator.bottom
+        anchors.topMargin: active ? Theme.listMargin : 0
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.leftMargin: Theme.listSide
+        anchors.rightMargin: Theme.listSide
+        height: active && item ? item.height : 0
+        active: root.view.isCreatingNew
+
+        sourceComponent: ItemEditor {
+            view: root.view
+            symbol: "plus.circle.fill"
+            title: qsTr("New item")
+            focusName: ClipboardHistoryView.Create
+            text: root.view.newItemText
+            onEdited: text => root.view.newItemText = text
+            onCancelled: root.view.cancelCreate()
+        }
+    }
+
+    HistoryList {
+        id: list
+
+        anchors.top: createCard.bottom
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottomMargin: 2
-        leftMargin: 16
-        rightMargin: 16
-        spacing: 12
-        clip: true
-        focus: true
-        keyNavigationEnabled: false
-        model: root.view.filteredItems
-        topMargin: Theme.listMargin
-        bottomMargin: Theme.listMargin
-        currentIndex: root.view.selectedIndex
-        highlightMoveDuration: 0
-        highlightRangeMode: ListView.ApplyRange
-        preferredHighlightBegin: Theme.listMargin
-        preferredHighlightEnd: height - Theme.listMargin
-        reuseItems: true
-        boundsBehavior: Flickable.StopAtBounds
-
-        Accessible.role: Accessible.List
-        Accessible.name: "History"
-
-        onActiveFocusChanged: {
-            if (activeFocus)
-                root.view.setFocus(ClipboardHistoryView.View)
-            else
-                root.view.endFocus(ClipboardHistoryView.View)
-        }
-
-        delegate: ClipboardItemRow {
-            id: row
-
-            width: list.width - list.leftMargin - list.rightMargin
-            isSelected: row.index === root.view.selectedIndex
-            onClicked: root.view.selectAndPaste(row.index)
-
-            // A row that waits to be used again is still among the list's children, and would be read out.
-            ListView.onPooled: visible = false
-            ListView.onReused: visible = true
+        view: root.view
+        onMenuRequested: (row, x, y) => {
+            const place = root.mapFromItem(list, x, y)
+            rowMenu.openFor(row, place.x, place.y)
         }
     }
 
-    Column {
-        anchors.centerIn: list
-        visible: list.count === 0
-        spacing: 6
+    EmptyState {
+        anchors.fill: list
+        visible: list.count === 0 && !root.view.isCreatingNew
+        isFirstStart: root.view.isHistoryEmpty && root.view.searchText === "" && !root.view.hasFilter
+        isSearching: root.view.searchText !== ""
+    }
 
-        Text {
-            anchors.horizontalCenter: parent.horizontalCenter
-            text: "No items found"
-            color: Theme.secondaryText
-            font.pixelSize: 15
-            font.weight: Font.DemiBold
-        }
+    PopupMenu {
+        id: headerMenu
 
-        Text {
-            anchors.horizontalCenter: parent.horizontalCenter
-            text: root.view.searchText !== "" ? "Try a different search term" : "Copy something to get started"
-            color: Theme.tertiaryText
-            font.pixelSize: 12
+        anchors.fill: parent
+        title: qsTr("Menu")
+        entries: [
+            {text: qsTr("Settings..."), act: () => root.view.openSettings()},
+            {text: qsTr("Clear All History"), isDestructive: true, act: () => root.view.clearAllHistory()},
+            {isDivider: true},
+            {text: qsTr("Quit Larkspool"), act: () => Qt.quit()}
+        ]
+        onClosed: root.takeFocus()
+    }
+
+    RowMenu {
+        id: rowMenu
+
+        anchors.fill: parent
+        view: root.view
+        onClosed: root.takeFocus()
+    }
+
+    // What lies below is out of reach while entries are combined.
+    MouseArea {
+        anchors.fill: parent
+        visible: root.view.combinePanel !== null
+        hoverEnabled: true
+        acceptedButtons: Qt.AllButtons
+        onClicked: root.view.combinePanel.cancel()
+    }
+
+    Loader {
+        anchors.centerIn: parent
+        active: root.view.combinePanel !== null
+
+        sourceComponent: CombinePanelView {
+            panel: root.view.combinePanel
         }
     }
 

@@ -1,6 +1,7 @@
 #include "ui/history/ClipboardHistoryView.h"
 
 #include "base/Notifications.h"
+#include "store/Color.h"
 #include "ui/history/CategoryFilter.h"
 
 #include <algorithm>
@@ -15,6 +16,8 @@ constexpr std::array FocusClaims{
 /// A field takes the focus once it is there.
 constexpr std::chrono::milliseconds FocusDelay{100};
 
+constexpr QRgb Orange = 0xffff8c00;
+
 } // namespace
 
 ClipboardHistoryView::ClipboardHistoryView(const Surroundings &surroundings, ItemSelected onItemSelected)
@@ -23,31 +26,29 @@ ClipboardHistoryView::ClipboardHistoryView(const Surroundings &surroundings, Ite
     , m_search(surroundings.modelContext, surroundings.queue, surroundings.caseRule)
     , m_filteredItems(surroundings.modelContext, surroundings.clock)
     , m_categories(surroundings.modelContext)
+    , m_matchingCategories(surroundings.modelContext)
 {
     m_search.onAnswerChanged = [this](const auto &item) { m_filteredItems.reconsider(item); };
+    m_filteredItems.onChanged = [this] { itemsChanged(); };
     m_categories.onChanged = [this] { categoriesChanged(); };
-    connect(&m_filteredItems, &QAbstractItemModel::rowsRemoved, this,
-        &ClipboardHistoryView::keepSelectionInRange);
+    surroundings.appearance.onChanged = [this] { Q_EMIT appearanceChanged(); };
     m_panelWillShow =
         surroundings.notifications.addObserver(notification::panelWillShow(), [this] { resetState(); });
+}
+
+ClipboardHistoryView::~ClipboardHistoryView()
+{
+    m_surroundings.appearance.onChanged = nullptr;
+}
+
+bool ClipboardHistoryView::isHistoryEmpty() const
+{
+    return m_surroundings.modelContext.fetchCount<ClipboardItem>() == 0;
 }
 
 std::shared_ptr<ClipCategory> ClipboardHistoryView::selectedCategory() const
 {
     return m_selectedFilterId ? m_categories.category(*m_selectedFilterId) : nullptr;
-}
-
-std::vector<std::shared_ptr<ClipCategory>> ClipboardHistoryView::matchingCategories() const
-{
-    std::vector<std::shared_ptr<ClipCategory>> matching;
-    std::optional<text::SearchPattern> pattern;
-    if (!m_categorySearchText.isEmpty())
-        pattern.emplace(m_categorySearchText, m_surroundings.caseRule);
-    for (const auto &category : m_categories.rows()) {
-        if (!pattern || text::localizedCaseInsensitiveContains(category->name().toUtf8(), *pattern))
-            matching.push_back(category);
-    }
-    return matching;
 }
 
 std::vector<std::shared_ptr<ClipboardItem>> ClipboardHistoryView::multiSelectedItems() const
@@ -82,6 +83,7 @@ void ClipboardHistoryView::setSelectedFilterId(std::optional<QUuid> id)
     m_selectedFilterId = id;
     m_categories.setChosen(id);
     applyFilter();
+    Q_EMIT listChanged();
 }
 
 void ClipboardHistoryView::setSelectedIndex(int index)
@@ -89,6 +91,10 @@ void ClipboardHistoryView::setSelectedIndex(int index)
     if (index == m_selectedIndex)
         return;
     m_selectedIndex = index;
+    if (!m_editRefusal.isEmpty()) {
+        m_editRefusal.clear();
+        Q_EMIT editChanged();
+    }
     Q_EMIT selectedIndexChanged();
 }
 
@@ -110,7 +116,61 @@ void ClipboardHistoryView::setCategorySearching(bool isSearching)
     m_isCategorySearching = isSearching;
     if (!isSearching)
         endFocus(Focus::CategorySearch);
-    Q_EMIT isCategorySearchingChanged();
+    Q_EMIT categorySearchChanged();
+}
+
+void ClipboardHistoryView::setCategorySearchText(const QString &text)
+{
+    if (text == m_categorySearchText)
+        return;
+    m_categorySearchText = text;
+    filterMatchingCategories();
+    m_categorySearchIndex =
+        std::clamp(m_categorySearchIndex, 0, std::max(0, m_matchingCategories.rowCount() - 1));
+    Q_EMIT categorySearchChanged();
+}
+
+void ClipboardHistoryView::setSelectedIds(std::set<QUuid> ids)
+{
+    if (ids == m_selectedIds)
+        return;
+    m_selectedIds = std::move(ids);
+    Q_EMIT selectionChanged();
+}
+
+void ClipboardHistoryView::setEditText(const QString &text)
+{
+    if (text == m_editText)
+        return;
+    m_editText = text;
+    Q_EMIT editTextChanged();
+}
+
+void ClipboardHistoryView::setNewItemText(const QString &text)
+{
+    if (text == m_newItemText)
+        return;
+    m_newItemText = text;
+    Q_EMIT newItemTextChanged();
+}
+
+QColor ClipboardHistoryView::borderColor() const
+{
+    const QString text =
+        m_surroundings.defaults.string(QStringLiteral("borderColorHex"), QStringLiteral("#FF8C00"));
+    const auto color = Color::hex(text);
+    return color ? QColor::fromRgbF(float(color->red), float(color->green), float(color->blue))
+                 : QColor::fromRgb(Orange);
+}
+
+bool ClipboardHistoryView::isDark() const
+{
+    return m_surroundings.appearance.colorScheme() == Appearance::ColorScheme::Dark;
+}
+
+bool ClipboardHistoryView::hasAnimations() const
+{
+    return m_surroundings.appearance.hasAnimations();
 }
 
 void ClipboardHistoryView::setFocus(Focus focus)
@@ -130,28 +190,28 @@ void ClipboardHistoryView::endFocus(Focus focus)
 void ClipboardHistoryView::setFocusLater(Focus focus)
 {
     m_surroundings.queue.asyncAfter(FocusDelay, m_lifetime.guard([this, focus] {
-        // The user may have opened or closed the field meanwhile.
-        if ((focus == Focus::Search) == m_isSearchExpanded)
+        // The user may have opened or closed what it is meant for meanwhile.
+        if (isThere(focus))
             setFocus(focus);
     }));
 }
 
-bool ClipboardHistoryView::moveSelection(int distance)
+bool ClipboardHistoryView::isThere(Focus focus) const
 {
-    const int index = m_selectedIndex + distance;
-    if (index < 0 || index >= m_filteredItems.rowCount())
-        return false;
-    setSelectedIndex(index);
-    return true;
-}
-
-bool ClipboardHistoryView::moveCategorySearch(int distance)
-{
-    const int index = m_categorySearchIndex + distance;
-    if (index < 0 || index >= std::ssize(matchingCategories()))
-        return false;
-    m_categorySearchIndex = index;
-    return true;
+    switch (focus) {
+    case Focus::Search:
+        return m_isSearchExpanded;
+    case Focus::CategorySearch:
+        return m_isCategorySearching;
+    case Focus::Edit:
+        return m_editingItemId.has_value();
+    case Focus::Create:
+        return m_isCreatingNew;
+    case Focus::View:
+    case Focus::Elsewhere:
+        break;
+    }
+    return !keyState().hasTextField();
 }
 
 void ClipboardHistoryView::navigateCategory(int direction)
@@ -170,83 +230,19 @@ void ClipboardHistoryView::navigateCategory(int direction)
     setSelectedIndex(0);
 }
 
-void ClipboardHistoryView::selectAndPaste(int row)
-{
-    setSelectedIndex(row);
-    pasteSelected();
-}
-
-void ClipboardHistoryView::clickChip(int row)
-{
-    const auto category = m_categories.record(row);
-    if (!category)
-        return;
-    if (category->id() == m_selectedFilterId) {
-        setSelectedFilterId(std::nullopt);
-        return;
-    }
-    setSelectedFilterId(category->id());
-    setSelectedIndex(0);
-}
-
-void ClipboardHistoryView::pasteSelected()
-{
-    const auto item = m_filteredItems.record(m_selectedIndex);
-    if (item && m_onItemSelected)
-        m_onItemSelected(item);
-}
-
-void ClipboardHistoryView::typeToSearch(const QString &text)
-{
-    setSearchExpanded(true);
-    setFocus(Focus::Search);
-    m_typedText += text;
-    if (m_typedText != text)
-        return;
-    m_surroundings.queue.asyncAfter(FocusDelay, m_lifetime.guard([this] {
-        if (!m_typedText.isEmpty())
-            setSearchText(std::exchange(m_typedText, QString()));
-    }));
-}
-
-void ClipboardHistoryView::toggleSearch()
-{
-    setSearchExpanded(!m_isSearchExpanded);
-    if (m_isSearchExpanded)
-        setFocusLater(Focus::Search);
-    else
-        setSearchText(QString());
-}
-
-bool ClipboardHistoryView::stepBack()
-{
-    if (m_isSearchExpanded) {
-        setSearchExpanded(false);
-        setSearchText(QString());
-        setFocusLater(Focus::View);
-        return true;
-    }
-    if (m_selectedFilterId) {
-        setSelectedFilterId(std::nullopt);
-        setSelectedIndex(0);
-        return true;
-    }
-    return false;
-}
-
 void ClipboardHistoryView::resetState()
 {
     setSelectedIndex(0);
     setSearchExpanded(false);
     setSearchText(QString());
     setCategorySearching(false);
-    m_categorySearchText.clear();
+    setCategorySearchText(QString());
     setSelectedFilterId(std::nullopt);
-    m_selectedIds.clear();
-    m_isMultiSelectMode = false;
-    m_showCombinePanel = false;
+    endMultiSelection();
+    closeCombinePanel();
     m_search.forgetFoldedTexts();
     m_filteredItems.refreshAges();
+    Q_EMIT preferencesChanged();
     Q_EMIT wasReset();
     for (const auto delay : FocusClaims)
         m_surroundings.queue.asyncAfter(delay, m_lifetime.guard([this] { claimFocus(); }));
@@ -254,7 +250,12 @@ void ClipboardHistoryView::resetState()
 
 void ClipboardHistoryView::claimFocus()
 {
-    if (!isSearchFocused() && !isCategorySearchFocused())
+    // A card that was left open has the user's text in it.
+    if (m_editingItemId)
+        setFocus(Focus::Edit);
+    else if (m_isCreatingNew)
+        setFocus(Focus::Create);
+    else if (!isSearchFocused() && !isCategorySearchFocused())
         setFocus(Focus::View);
 }
 
@@ -270,15 +271,30 @@ void ClipboardHistoryView::applyFilter()
     });
 }
 
+void ClipboardHistoryView::filterMatchingCategories()
+{
+    if (m_categorySearchText.isEmpty()) {
+        m_matchingCategories.setFilter(nullptr);
+        return;
+    }
+    const text::SearchPattern pattern(m_categorySearchText, m_surroundings.caseRule);
+    m_matchingCategories.setFilter([pattern](const ClipCategory &category) {
+        return text::localizedCaseInsensitiveContains(category.name().toUtf8(), pattern);
+    });
+}
+
 void ClipboardHistoryView::categoriesChanged()
 {
     if (m_selectedFilterId)
         applyFilter();
 }
 
-void ClipboardHistoryView::keepSelectionInRange()
+void ClipboardHistoryView::itemsChanged()
 {
     const int last = m_filteredItems.rowCount() - 1;
     if (m_selectedIndex > last)
         setSelectedIndex(std::max(0, last));
+    Q_EMIT listChanged();
+    if (m_editingItemId)
+        Q_EMIT editChanged();
 }

@@ -1,7 +1,11 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import Larkspool.History
 import Larkspool.Style
 
-/// One entry of the history as a card.
+/// One entry of the history as a card. It draws what the history's model says of the entry; what the user does to
+/// it is told.
 Item {
     id: row
 
@@ -9,162 +13,168 @@ Item {
     required property string preview
     required property string title
     required property string folder
+    required property string pixelSize
+    required property string picture
     required property string typeName
-    required property string typeIcon
+    /// Transparent when the entry is assigned to no category.
+    required property color categoryColor
+    required property string icon
+    required property string label
     required property string age
     required property string sourceApp
     required property bool isPinned
     property bool isSelected: false
+    property color selectionColor: Theme.selection
+    /// Scales the card, besides what it does itself when it is selected or hovered.
+    property real scaleFactor: 1
 
-    signal clicked
+    readonly property bool isHovered: hover.hovered
+    readonly property color accent: categoryColor.a > 0 ? categoryColor : Theme.typeColor(typeName)
+    /// The scale that the card has or is moving to.
+    readonly property real cardScale: {
+        const own = isSelected ? Theme.selectedScale : isHovered ? Theme.hoveredScale : 1
+        return scaleFactor * own
+    }
 
-    readonly property color accent: Theme.typeColor(typeName)
-    readonly property bool isPath: folder !== ""
+    /// A click on the card is both, in this order. `modifiers` are Qt::KeyboardModifiers.
+    signal select(int modifiers)
+    signal paste
+    signal pin
+    signal remove
+
+    function act(modifiers: int) {
+        row.select(modifiers)
+        row.paste()
+    }
+
+    component QuickMove: NumberAnimation {
+        duration: Theme.quick
+        easing.type: Easing.OutQuad
+    }
 
     height: Theme.cardHeight
+    z: isSelected ? 2 : isHovered ? 1 : 0
 
     Accessible.role: Accessible.ListItem
-    Accessible.name: row.preview
+    Accessible.name: row.preview || row.label
+    Accessible.description: row.label + ", " + row.age + (row.sourceApp && ", " + row.sourceApp)
     Accessible.selected: row.isSelected
     Accessible.selectable: true
-    Accessible.onPressAction: row.clicked()
+    Accessible.onPressAction: row.act(Qt.NoModifier)
 
-    Rectangle {
+    Item {
         id: card
 
         anchors.fill: parent
-        color: row.isSelected ? Theme.selectedCard : Theme.card
-        radius: Theme.cardRadius
+        scale: row.cardScale
 
-        Rectangle {
-            id: sidebar
+        // A row that shows another entry while it is not seen does not move.
+        Behavior on scale {
+            enabled: row.visible
 
-            width: Theme.sidebarWidth
-            height: parent.height
-            radius: Theme.cardRadius
-            color: Theme.sidebar(row.accent)
-
-            Rectangle {
-                // Square on the side of the text.
-                anchors.right: parent.right
-                width: Theme.cardRadius
-                height: parent.height
-                color: parent.color
-            }
-
-            Rectangle {
-                id: badge
-
-                anchors.top: parent.top
-                anchors.topMargin: 10
-                anchors.horizontalCenter: parent.horizontalCenter
-                width: 32
-                height: 32
-                radius: 16
-                color: Qt.alpha(row.accent, 0.85)
-
-                Symbol {
-                    anchors.centerIn: parent
-                    name: row.typeIcon
-                    size: 18
-                    color: "white"
-                }
-            }
-
-            Text {
-                anchors.top: badge.bottom
-                anchors.topMargin: 5
-                anchors.horizontalCenter: parent.horizontalCenter
-                text: row.typeName.toUpperCase()
-                color: row.accent
-                font.pixelSize: 9
-                font.bold: true
-            }
-
-            Column {
-                anchors.bottom: parent.bottom
-                anchors.bottomMargin: 10
-                width: parent.width
-                spacing: 4
-
-                Text {
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    text: row.age
-                    color: Theme.secondaryText
-                    font.pixelSize: 10
-                    font.weight: Font.Medium
-                }
-
-                Text {
-                    width: parent.width - 8
-                    x: 4
-                    visible: text !== ""
-                    text: row.sourceApp
-                    textFormat: Text.PlainText
-                    color: Theme.tertiaryText
-                    font.pixelSize: 8
-                    elide: Text.ElideRight
-                    horizontalAlignment: Text.AlignHCenter
-                    maximumLineCount: 1
-                }
-            }
+            QuickMove {}
         }
 
-        Column {
-            anchors.left: sidebar.right
-            anchors.right: parent.right
-            anchors.top: parent.top
-            anchors.leftMargin: 14
-            anchors.rightMargin: 14
-            anchors.topMargin: 12
-            spacing: 3
-
-            Text {
-                width: parent.width
-                text: row.isPath ? row.title : row.preview
-                textFormat: Text.PlainText
-                color: row.typeName === "url" ? Theme.link : Theme.primaryText
-                font.family: row.typeName === "text" ? Theme.monospaced : Theme.interfaceFont
-                font.pixelSize: row.typeName === "url" ? 13 : 14
-                font.weight: row.isPath ? Font.DemiBold : Font.Normal
-                lineHeight: 1.15
-                wrapMode: Text.WrapAtWordBoundaryOrAnywhere
-                maximumLineCount: row.isPath ? 1 : 4
-                elide: row.isPath ? Text.ElideMiddle : Text.ElideRight
-            }
-
-            Text {
-                width: parent.width
-                visible: row.isPath
-                text: row.folder
-                textFormat: Text.PlainText
-                color: Theme.secondaryText
-                font.pixelSize: 11
-                elide: Text.ElideMiddle
-            }
-        }
-
-        Symbol {
-            anchors.right: parent.right
-            anchors.bottom: parent.bottom
-            anchors.margins: 10
-            visible: row.isPinned
-            name: row.isPinned ? "pin.fill" : ""
-            size: 12
-            color: Theme.selection
-        }
-
-        Rectangle {
+        CardFace {
             anchors.fill: parent
-            color: "transparent"
+            color: row.isSelected ? Theme.selectedCard : row.isHovered ? Theme.hoveredCard : Theme.card
+            sidebarColor: Theme.sidebar(row.accent)
+            sidebarWidth: Theme.sidebarWidth
             radius: Theme.cardRadius
-            border.width: row.isSelected ? 3 : 1.5
-            border.color: row.isSelected ? Theme.selection : Theme.cardBorder
-        }
-    }
+            borderColor: row.isSelected ? row.selectionColor : Theme.cardBorder
+            borderWidth: row.isSelected ? Theme.selectedBorderWidth : Theme.cardBorderWidth
+            shadowColor: Qt.alpha(row.isSelected ? row.selectionColor : "black", Theme.shadowOpacity)
+            shadowRadius: row.isSelected ? Theme.selectedShadowRadius : Theme.shadowRadius
+            shadowOffset: row.isSelected ? Theme.selectedShadowOffset : Theme.shadowOffset
 
-    MouseArea {
-        anchors.fill: parent
-        onClicked: row.clicked()
+            Behavior on color {
+                enabled: row.visible
+
+                ColorAnimation {
+                    duration: Theme.quick
+                    easing.type: Easing.OutQuad
+                }
+            }
+        }
+
+        HoverHandler {
+            id: hover
+
+            blocking: true
+        }
+
+        MouseArea {
+            anchors.fill: parent
+            onClicked: mouse => row.act(mouse.modifiers)
+        }
+
+        Item {
+            // Letters with many marks reach far beyond their lines.
+            anchors.fill: parent
+            clip: true
+
+            CardSidebar {
+                height: parent.height
+                icon: row.icon
+                label: row.label
+                age: row.age
+                sourceApp: row.sourceApp
+                accent: row.accent
+                cardScale: row.cardScale
+            }
+
+            CardPreview {
+                id: content
+
+                x: Theme.sidebarWidth + Theme.cardPadding
+                y: Theme.cardTop
+                width: parent.width - x - Theme.cardPadding
+                typeName: row.typeName
+                preview: row.preview
+                title: row.title
+                folder: row.folder
+                pixelSize: row.pixelSize
+                picture: row.picture
+                accent: row.accent
+                cardScale: row.cardScale
+            }
+
+            Item {
+                id: actions
+
+                readonly property bool isShown: row.isHovered || row.isSelected
+
+                x: content.x
+                anchors.bottom: parent.bottom
+                anchors.bottomMargin: Theme.cardBottom
+                width: content.width
+                height: Theme.rowButtonSize
+                opacity: isShown ? 1 : 0
+                scale: isShown ? 1 : Theme.hiddenActionsScale
+
+                Behavior on opacity {
+                    enabled: row.visible
+
+                    QuickMove {}
+                }
+                Behavior on scale {
+                    enabled: row.visible
+
+                    QuickMove {}
+                }
+
+                Repeater {
+                    model: actions.isShown || actions.opacity > 0 ? 1 : 0
+
+                    RowActions {
+                        width: actions.width
+                        isPinned: row.isPinned
+                        cardScale: row.cardScale
+                        onPin: row.pin()
+                        onRemove: row.remove()
+                    }
+                }
+            }
+        }
     }
 }

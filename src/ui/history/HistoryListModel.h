@@ -5,7 +5,13 @@
 
 #include <QtQml/qqmlregistration.h>
 
-/// The rows of the history list, as views see them: they follow the store change by change.
+class ImageFactsReader;
+
+/// The rows of the history list, as views see them: they follow the store change by change, the categories'
+/// too.
+///
+/// No role reads a long content or image bytes, and none decodes anything: what only the bytes tell is found
+/// out on another thread, and the row changes when it is known.
 class HistoryListModel : public LiveQueryModel<ClipboardItem>
 {
     Q_OBJECT
@@ -14,18 +20,27 @@ class HistoryListModel : public LiveQueryModel<ClipboardItem>
 
 public:
     enum Role {
-        Preview = Qt::UserRole, ///< the beginning of the content, white space around it removed, as one text
-        Title,                  ///< of a file or an image with a path: its name
-        Folder,                 ///< of a file or an image with a path: where it lies
-        TypeName,               ///< the stored text of the kind
-        TypeIcon,               ///< the symbol of the kind
-        Age,                    ///< "now", "5m"
-        SourceApp,              ///< empty when it is not known
+        Preview = Qt::UserRole, ///< the beginning of the content as a row shows it; of a file its path
+        Title,                  ///< of a file or an image: its name
+        Folder,        ///< of a file or an image with a path: where it lies; of another image "12 KB"
+        PixelSize,     ///< of an image "1920×1080"; empty until it is known
+        Picture,       ///< the source of a thumbnail or an icon; empty when there is none, or not yet
+        TypeName,      ///< the stored text of the kind
+        TypeIcon,      ///< the symbol of the kind
+        CategoryColor, ///< of the assigned category, a QColor; transparent when there is none
+        Icon,          ///< the symbol of the assigned category, or of the kind
+        Label,         ///< the name of the assigned category, or the stored text of the kind; in capitals
+        Age,           ///< "now", "5m"
+        SourceApp,     ///< as one line; empty when it is not known
         IsPinned,
     };
 
     /// Both must outlive it.
     HistoryListModel(ModelContext &context, const Clock &clock);
+    ~HistoryListModel() override;
+
+    /// From now on it tells what only the bytes of images tell: `storePath` is the context's file.
+    void readImageFacts(const QString &storePath);
 
     /// Lists the entries that the filter lets pass; all when it is empty.
     void setFilter(FetchDescriptor<ClipboardItem>::Predicate filter)
@@ -42,5 +57,24 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 private:
+    using CategoryChange = LiveQuery<ClipCategory>::Change;
+
+    std::shared_ptr<ClipCategory> assignedCategory(const ClipboardItem &item) const;
+    QVariant categoryData(const ClipboardItem &item, int role) const;
+    QVariant imageData(const ClipboardItem &item, int role) const;
+    QVariant fileData(const ClipboardItem &item, int role) const;
+
+    void categoryWillChange(const CategoryChange &change);
+    void categoryDidChange(const CategoryChange &change);
+    void showCategoryOf(const QUuid &categoryId);
+    void showFactsOf(const QUuid &id);
+    void awaitSaving(int first, int last);
+    void showSaved();
+
     const Clock &m_clock;
+    LiveQuery<ClipCategory> m_categories;
+    std::vector<QUuid> m_leavingCategories;
+    std::unique_ptr<ImageFactsReader> m_imageFacts;
+    // Images whose bytes are not in the file yet.
+    std::vector<std::weak_ptr<ClipboardItem>> m_unsavedImages;
 };

@@ -4,40 +4,47 @@ import QtQuick
 import Larkspool.History
 import Larkspool.Style
 
-/// The text that is sought in the history.
+/// A line of text that narrows what is listed; its keys go to the view first.
 Rectangle {
     id: field
 
     required property ClipboardHistoryView view
+    required property string symbol
+    required property string placeholder
+    /// What the view calls its focus.
+    required property int focusName
+    required property string text
 
-    height: 34
+    signal edited(string text)
+
+    height: Theme.fieldHeight
     color: Theme.field
-    radius: 9
+    radius: Theme.fieldRadius
 
     function takeFocus() {
         input.forceActiveFocus()
     }
 
     Symbol {
-        id: glass
+        id: sign
 
         anchors.left: parent.left
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
-        name: "magnifyingglass"
-        size: 15
+        name: field.symbol
+        size: 16
         color: Theme.secondaryText
     }
 
     TextInput {
         id: input
 
-        anchors.left: glass.right
+        anchors.left: sign.right
         anchors.right: parent.right
         anchors.leftMargin: 8
         anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
-        text: field.view.searchText
+        text: field.text
         color: Theme.primaryText
         selectionColor: Theme.selection
         selectedTextColor: "white"
@@ -46,25 +53,23 @@ Rectangle {
         selectByMouse: true
 
         Accessible.role: Accessible.EditableText
-        Accessible.name: placeholder.text
+        Accessible.name: field.placeholder
 
         Keys.priority: Keys.BeforeItem
         Keys.onPressed: event => event.accepted = field.view.handleKey(event.key, event.modifiers, event.text)
 
-        onTextEdited: field.view.searchText = text
+        onTextEdited: field.edited(text)
         onActiveFocusChanged: {
             if (activeFocus)
-                field.view.setFocus(ClipboardHistoryView.Search)
+                field.view.setFocus(field.focusName)
             else
-                field.view.endFocus(ClipboardHistoryView.Search)
+                field.view.endFocus(field.focusName)
         }
 
         Text {
-            id: placeholder
-
             anchors.fill: parent
             visible: input.length === 0 && input.preeditText === ""
-            text: "Search..."
+            text: field.placeholder
             color: Theme.tertiaryText
             font: input.font
         }

@@ -7,7 +7,10 @@ QtObject {
     id: theme
 
     readonly property SystemPalette palette: SystemPalette {}
-    readonly property bool isDark: palette.window.hslLightness < 0.5
+    /// The program says what the desktop wants.
+    property bool isDark: palette.window.hslLightness < 0.5
+    /// Whether things move; they change at once when not.
+    property bool animated: true
 
     readonly property color panel: isDark ? "#18181c" : "#f7f7f8"
     readonly property color panelBorder: isDark ? "#33ffffff" : "#22000000"
@@ -19,11 +22,23 @@ QtObject {
     readonly property color link: isDark ? "#5b9dff" : "#2f6fe0"
 
     readonly property color card: isDark ? Qt.rgba(0.05, 0.05, 0.07, 1) : Qt.rgba(0.94, 0.94, 0.95, 1)
+    readonly property color hoveredCard: isDark ? Qt.rgba(0.08, 0.08, 0.1, 1) : Qt.rgba(0.97, 0.97, 0.98, 1)
     readonly property color selectedCard: isDark ? Qt.rgba(0.1, 0.1, 0.12, 1) : Qt.rgba(1, 1, 1, 1)
     readonly property color cardBorder: Qt.rgba(0.5, 0.5, 0.5, 0.3)
 
     readonly property color field: isDark ? "#26262b" : "#ebebee"
 
+    readonly property color hoveredButton: isDark ? "#1fffffff" : "#12000000"
+    readonly property color menu: isDark ? "#2a2a30" : "#ffffff"
+    readonly property color menuBorder: isDark ? "#33ffffff" : "#26000000"
+    readonly property color destructive: isDark ? "#ff6961" : "#d70015"
+
+    /// Milliseconds of a small move.
+    readonly property int quick: animated ? 150 : 0
+    readonly property int fieldHeight: 34
+    readonly property int fieldRadius: 9
+    /// The highlighted card grows into it.
+    readonly property int listSide: 29
     readonly property int panelRadius: 16
     readonly property int margin: 20
     readonly property int chipRadius: 12
@@ -35,6 +50,77 @@ QtObject {
     readonly property FontMetrics fontMetrics: FontMetrics {}
     readonly property string interfaceFont: fontMetrics.font.family
     readonly property string monospaced: "monospace"
+
+    // Combine panel
+
+    readonly property color combineAccent: "#ff8c00"
+    readonly property color combineFill: isDark ? Qt.rgba(0.12, 0.12, 0.14, 1) : Qt.rgba(0.95, 0.95, 0.97, 1)
+    readonly property color combineChip: isDark ? "#34343a" : "#e0e0e4"
+    readonly property color combinePreview: isDark ? "#17171b" : "#e6e6ea"
+    readonly property int combineWidth: 560
+    readonly property int combineMargin: 14
+    readonly property int combineRadius: 14
+    readonly property real combineBorder: 2.5
+    readonly property int combineGlowRadius: 12
+    readonly property int combineGlowOffset: 4
+    readonly property int combineChipRadius: 7
+    readonly property int combineChipsHeight: 134
+    readonly property int combinePreviewRadius: 8
+    readonly property int combinePreviewHeight: 120
+
+    // Card
+
+    readonly property real cardBorderWidth: 1.5
+    readonly property real selectedBorderWidth: 3
+    readonly property real shadowOpacity: 0.3
+    readonly property int shadowRadius: 6
+    readonly property int shadowOffset: 2
+    readonly property int selectedShadowRadius: 12
+    readonly property int selectedShadowOffset: 3
+    readonly property real selectedScale: 1.06
+    readonly property real hoveredScale: 1.01
+
+    readonly property int sidebarPadding: 10
+    readonly property int sidebarSide: 4
+    readonly property int sidebarSpacing: 5
+    readonly property int badge: 32
+    readonly property int badgeSymbol: 17
+    readonly property real badgeOpacity: 0.85
+    readonly property int labelText: 8
+    readonly property int ageText: 9
+    readonly property int sourceText: 7
+
+    readonly property int cardPadding: 14
+    readonly property int cardTop: 12
+    readonly property int cardBottom: 8
+    readonly property int previewText: 13
+    readonly property int previewLine: 19
+    readonly property int urlText: 12
+    readonly property int urlLine: 18
+    readonly property int nameText: 13
+    readonly property int folderText: 10
+    readonly property int detailText: 9
+    readonly property int pictureSpacing: 12
+    readonly property int pathSpacing: 3
+    readonly property int thumbnail: 80
+    readonly property int thumbnailRadius: 6
+    readonly property int fileIcon: 40
+
+    readonly property color pinMarker: "#ff9500"
+    readonly property color deleteSymbol: Qt.alpha(isDark ? "#ff453a" : "#ff3b30", 0.7)
+    readonly property color rowButton: Qt.rgba(0, 0, 0, 0.05)
+    readonly property int pinMarkerSymbol: 11
+    readonly property int rowButtonSize: 24
+    readonly property int rowButtonRadius: 5
+    readonly property int rowButtonSymbol: 12
+    readonly property int rowButtonSpacing: 6
+    readonly property real hiddenActionsScale: 0.8
+
+    readonly property color toolTip: isDark ? "#3a3a40" : "#ffffff"
+    readonly property int toolTipText: 11
+    readonly property int toolTipRadius: 5
+    /// Milliseconds.
+    readonly property int toolTipDelay: 600
 
     /// The accent of a kind of entry, by its stored text.
     function typeColor(type: string): color {

@@ -6,8 +6,8 @@ from .waiting import wait_until
 
 # Key codes by position, named by what a US keyboard has there.
 KEYS = {
-    "Control": 37, "Shift": 50, "Alt": 64, "Super": 133, "Return": 36, "Escape": 9, "Down": 116, "F12": 96,
-    "Menu": 135, "a": 38, "v": 55,
+    "Control": 37, "Shift": 50, "Alt": 64, "Super": 133, "Return": 36, "Escape": 9, "Down": 116, "F12": 96, "Insert": 118,
+    "Menu": 135, "Space": 65, "7": 16, "a": 38, "n": 57, "r": 27, "t": 28, "v": 55, "y": 29,
 }  # fmt: skip
 
 
@@ -41,9 +41,15 @@ class Keyboard:
             for key in reversed(keys):
                 probe.fake_key(KEYS[key], is_down=False)
 
-    def set_layout(self, *words):
-        """Chooses a layout as setxkbmap does: "us", "-variant", "dvorak"."""
-        self._desktop.run("setxkbmap", *words)
+    def without_repeat(self):
+        """From now on a key that is held down types once."""
+        self._desktop.run("xset", "r", "off")
+
+    def set_layout(self, layout, variant="", option=""):
+        """Chooses a layout, or several separated by commas, in the words of setxkbmap."""
+        # An empty option takes back those that were set before.
+        options = ["-option", "", *(["-option", option] if option else [])]
+        self._desktop.run("setxkbmap", "-layout", layout, "-variant", variant, *options)
 
     def type(self, text):
         self._xdotool("type", "--delay", "5", text)

@@ -101,6 +101,10 @@ class Editor(Window):
         self.press("ctrl+s")
         return self.file.read_bytes()
 
+    def text(self):
+        """What mousepad shows, read as a screen reader does: without a key being pressed."""
+        return text_field.text(self.desktop, "mousepad")
+
 
 class Terminal(Window):
     """An xterm whose keyboard goes into a file, byte for byte."""

@@ -1,7 +1,7 @@
 """The text of a field of a program, as a screen reader has it.
 
-Run as a program, in the environment of a desktop, with the program's name and the field's: prints the text as JSON,
-null when there is no such field.
+Run as a program, in the environment of a desktop, with the program's name and the field's, which may be empty: prints
+the text as JSON, null when there is no such field.
 """
 
 import json
@@ -9,7 +9,7 @@ import pathlib
 import sys
 
 
-def text(desktop, program, field):
+def text(desktop, program, field=""):
     """What the field of the program holds; nothing when there is no such field."""
     return json.loads(desktop.run("/usr/bin/python3", pathlib.Path(__file__).resolve(), program, field))
 
@@ -35,7 +35,7 @@ def _main(program, field):
             continue
         try:
             for node in _tree(running):
-                if node.get_role() == Atspi.Role.ENTRY and node.get_name() == field:
+                if node.get_role() in (Atspi.Role.ENTRY, Atspi.Role.TEXT) and node.get_name() == field:
                     return Atspi.Text.get_text(node, 0, -1)
         except GLib.Error as failure:
             print(failure, file=sys.stderr)

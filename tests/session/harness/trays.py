@@ -12,6 +12,8 @@ from .waiting import need, wait_until
 ACCENT = (0xD4, 0x6C, 0x00)
 # Panels are at the upper edge, and their trays at its left end.
 STRIP = (400, 40)
+# Panels that scale an icon shade it a little.
+NEAR = 32
 
 _XFCE_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
@@ -32,6 +34,10 @@ _XFCE_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
   </property>
 </channel>
 """
+
+
+def _is_near(rgb, at, color):
+    return all(abs(rgb[at + channel] - color[channel]) <= NEAR for channel in range(3))
 
 
 class Tray:
@@ -61,9 +67,7 @@ class Tray:
         """Where the screen shows an icon of the colour: (left, top, right, bottom), the last ones outside; else
         nothing. A few pixels that are alike by chance are no icon."""
         width, height, rgb = self._strip()
-        places = [
-            (at % width, at // width) for at in range(width * height) if rgb[3 * at : 3 * at + 3] == bytes(color)
-        ]
+        places = [(at % width, at // width) for at in range(width * height) if _is_near(rgb, 3 * at, color)]
         if len(places) < 80:
             return None
         columns, rows = zip(*places)

@@ -39,6 +39,11 @@ class XProbe:
             found = self._root.get_full_property(self._atom("_NET_ACTIVE_WINDOW"), Xatom.WINDOW)
             return found.value[0] if found is not None and len(found.value) else 0
 
+    def workspace(self):
+        """The number of the current workspace, counted from 0."""
+        with self._lock:
+            return self._root.get_full_property(self._atom("_NET_CURRENT_DESKTOP"), Xatom.CARDINAL).value[0]
+
     def workspace_of(self, window):
         """The number of the window's workspace, counted from 0; nothing when its window manager does not say."""
         with self._lock:
@@ -57,18 +62,39 @@ class XProbe:
 
         Tried under a server grab, so that the program cannot be refused because of the attempt.
         """
+        with self._lock, self._server_grab():
+            if not self._grab(key, modifiers):
+                return True
+            self._root.ungrab_key(*self._combination(key, modifiers))
+            return False
+
+    def grab(self, key, modifiers):
+        """Takes the key with the modifiers as a hot key, for as long as the desktop lasts."""
+        with self._lock:
+            if not self._grab(key, modifiers):
+                raise AssertionError("another program holds the hot key")
+
+    def _grab(self, key, modifiers):
+        refused = error.CatchError(error.BadAccess)
+        combination = self._combination(key, modifiers)
+        self._root.grab_key(*combination, False, X.GrabModeAsync, X.GrabModeAsync, onerror=refused)
+        self._display.sync()
+        return refused.get_error() is None
+
+    def _combination(self, key, modifiers):
+        bits = {"Shift": X.ShiftMask, "Control": X.ControlMask, "Super": X.Mod4Mask, "Alt": X.Mod1Mask}
         mask = 0
         for modifier in modifiers:
-            mask |= {"Shift": X.ShiftMask, "Control": X.ControlMask, "Super": X.Mod4Mask, "Alt": X.Mod1Mask}[modifier]
+            mask |= bits[modifier]
+        return self._display.keysym_to_keycode(XK.string_to_keysym(key)), mask
+
+    def window_count(self):
+        """How many windows there are on the display, whosever they are."""
+        def count(window):
+            return 1 + sum(count(child) for child in window.query_tree().children)
+
         with self._lock, self._server_grab():
-            code = self._display.keysym_to_keycode(XK.string_to_keysym(key))
-            refused = error.CatchError(error.BadAccess)
-            self._root.grab_key(code, mask, False, X.GrabModeAsync, X.GrabModeAsync, onerror=refused)
-            self._display.sync()
-            if refused.get_error() is not None:
-                return True
-            self._root.ungrab_key(code, mask)
-            return False
+            return count(self._root)
 
     @contextlib.contextmanager
     def _server_grab(self):

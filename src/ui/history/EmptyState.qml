@@ -1,0 +1,118 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Larkspool.Style
+
+/// What stands in place of the list when there is nothing in it.
+Item {
+    id: root
+
+    /// Nothing has been copied yet: a welcome.
+    required property bool isFirstStart
+    required property bool isSearching
+
+    Column {
+        anchors.centerIn: parent
+        visible: !root.isFirstStart
+        spacing: 6
+
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: qsTr("No items found")
+            color: Theme.secondaryText
+            font.pixelSize: 15
+            font.weight: Font.DemiBold
+        }
+
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: root.isSearching ? qsTr("Try a different search term") : qsTr("Copy something to get started")
+            color: Theme.tertiaryText
+            font.pixelSize: 12
+        }
+    }
+
+    Rectangle {
+        anchors.centerIn: parent
+        visible: root.isFirstStart
+        width: 420
+        height: welcome.height + 56
+        radius: Theme.cardRadius
+        color: Theme.card
+        border.width: 1
+        border.color: Theme.cardBorder
+
+        Column {
+            id: welcome
+
+            anchors.centerIn: parent
+            width: parent.width - 64
+            spacing: 18
+
+            Symbol {
+                anchors.horizontalCenter: parent.horizontalCenter
+                name: "clipboard.fill"
+                size: 40
+                color: Theme.selection
+            }
+
+            Column {
+                width: parent.width
+                spacing: 6
+
+                Text {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    text: qsTr("Welcome to Larkspool!")
+                    color: Theme.primaryText
+                    font.pixelSize: 18
+                    font.weight: Font.DemiBold
+                }
+
+                Text {
+                    width: parent.width
+                    horizontalAlignment: Text.AlignHCenter
+                    text: qsTr("Everything you copy appears here automatically.")
+                    color: Theme.secondaryText
+                    font.pixelSize: 13
+                    wrapMode: Text.WordWrap
+                }
+            }
+
+            Column {
+                anchors.horizontalCenter: parent.horizontalCenter
+                spacing: 12
+
+                Repeater {
+                    model: [
+                        {symbol: "doc.on.clipboard", tip: qsTr("Copy any text, URL, image, or file")},
+                        {symbol: "arrow.up.arrow.down", tip: qsTr("Use ↑↓ arrows or scroll to navigate")},
+                        {symbol: "return", tip: qsTr("Press Enter to paste into your app")},
+                        {symbol: "magnifyingglass", tip: qsTr("Just start typing to search")}
+                    ]
+
+                    delegate: Row {
+                        id: row
+
+                        required property var modelData
+
+                        spacing: 12
+
+                        Symbol {
+                            anchors.verticalCenter: parent.verticalCenter
+                            name: row.modelData.symbol
+                            size: 16
+                            color: Theme.selection
+                        }
+
+                        Text {
+                            anchors.verticalCenter: parent.verticalCenter
+                            text: row.modelData.tip
+                            color: Theme.primaryText
+                            font.pixelSize: 13
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

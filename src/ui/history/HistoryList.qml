@@ -1,0 +1,173 @@
+import QtQuick
+import Larkspool.History
+import Larkspool.Style
+
+/// The entries as cards, the highlighted one always in sight.
+ListView {
+    id: list
+
+    required property ClipboardHistoryView view
+
+    signal menuRequested(int row, real x, real y)
+
+    leftMargin: Theme.listSide
+    rightMargin: Theme.listSide
+    topMargin: Theme.listMargin
+    bottomMargin: Theme.listMargin
+    spacing: 14
+    clip: true
+    focus: true
+    keyNavigationEnabled: false
+    model: list.view.filteredItems
+    currentIndex: list.view.selectedIndex
+    highlightFollowsCurrentItem: true
+    highlightMoveDuration: Theme.quick
+    highlightMoveVelocity: -1
+    highlightRangeMode: ListView.ApplyRange
+    preferredHighlightBegin: Theme.listMargin
+    preferredHighlightEnd: height - Theme.listMargin
+    reuseItems: true
+    boundsBehavior: Flickable.StopAtBounds
+
+    Accessible.role: Accessible.List
+    Accessible.name: "History"
+
+    function showBeginning() {
+        // positionViewAtBeginning would leave the margin out.
+        contentY = originY - topMargin
+    }
+
+    function focusEditor() {
+        const row = itemAtIndex(list.view.editingIndex)
+        if (row)
+            row.focusEditor()
+    }
+
+    /// A row is the larger the nearer it is to the highlighted one; the neighbours of that stand out a little.
+    function scaleForIndex(index: int): real {
+        const distance = Math.abs(index - list.view.selectedIndex)
+        if (distance === 0)
+            return 1
+        if (distance === 1)
+            return 1.03
+        if (distance === 2)
+            return 1.01
+        return Math.max(0.96, 1 - 0.008 * distance)
+    }
+
+    onActiveFocusChanged: {
+        if (activeFocus)
+            list.view.setFocus(ClipboardHistoryView.View)
+        else
+            list.view.endFocus(ClipboardHistoryView.View)
+    }
+
+    delegate: Item {
+        id: place
+
+        required property int index
+        required property string preview
+        required property string title
+        required property string folder
+        required property string pixelSize
+        required property string picture
+        required property string typeName
+        required property color categoryColor
+        required property string icon
+        required property string label
+        required property string age
+        required property string sourceApp
+        required property bool isPinned
+        readonly property bool isEdited: place.index === list.view.editingIndex
+        readonly property bool isMultiSelected: list.view.selectedCount > 0 && list.view.isMultiSelected(place.index)
+
+        width: list.width - list.leftMargin - list.rightMargin
+        height: isEdited && editor.item ? editor.item.height : row.height
+        z: row.z
+
+        // A row that waits to be used again is still among the list's children, and would be read out.
+        ListView.onPooled: visible = false
+        ListView.onReused: visible = true
+
+        function focusEditor() {
+            if (editor.item)
+                editor.item.takeFocus()
+        }
+
+        ClipboardItemRow {
+            id: row
+
+            width: parent.width
+            visible: !place.isEdited
+            index: place.index
+            preview: place.preview
+            title: place.title
+            folder: place.folder
+            pixelSize: place.pixelSize
+            picture: place.picture
+            typeName: place.typeName
+            categoryColor: place.categoryColor
+            icon: place.icon
+            label: place.label
+            age: place.age
+            sourceApp: place.sourceApp
+            isPinned: place.isPinned
+            isSelected: place.index === list.view.selectedIndex
+            scaleFactor: list.scaleForIndex(place.index)
+            selectionColor: list.view.borderColor
+            onSelect: modifiers => list.view.select(place.index, modifiers)
+            onPaste: list.view.paste(place.index)
+            onPin: list.view.togglePin(place.index)
+            onRemove: list.view.deleteItem(place.index)
+        }
+
+        Symbol {
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.margins: 10
+            visible: place.isMultiSelected && !place.isEdited
+            z: 3
+            name: visible ? "checkmark.circle.fill" : ""
+            size: 18
+            color: list.view.borderColor
+        }
+
+        Text {
+            anchors.left: parent.left
+            anchors.leftMargin: Theme.sidebarWidth + 14
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: 10
+            visible: row.isSelected && list.view.editRefusal !== ""
+            z: 3
+            text: list.view.editRefusal
+            color: Theme.destructive
+            font.pixelSize: 11
+        }
+
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+            enabled: !place.isEdited
+            onTapped: point => {
+                const spot = place.mapToItem(list, point.position.x, point.position.y)
+                list.menuRequested(place.index, spot.x, spot.y)
+            }
+        }
+
+        Loader {
+            id: editor
+
+            width: parent.width
+            active: place.isEdited
+
+            sourceComponent: ItemEditor {
+                view: list.view
+                symbol: "pencil.circle.fill"
+                title: qsTr("Edit")
+                focusName: ClipboardHistoryView.Edit
+                text: list.view.editText
+                onEdited: text => list.view.editText = text
+                onCancelled: list.view.cancelEdit()
+            }
+        }
+    }
+}

@@ -1,0 +1,84 @@
+import QtQuick
+import Larkspool.Style
+
+/// One entry of a menu, or a line between two.
+Item {
+    id: row
+
+    required property int index
+    required property var modelData
+    property bool isCurrent: false
+    /// Whether the menu keeps a column for marks.
+    property bool hasMarks: false
+
+    readonly property bool isDivider: modelData.isDivider === true
+    readonly property bool isLit: isCurrent && !isDivider
+    readonly property color ink: isLit ? "white" : modelData.isDestructive ? Theme.destructive : Theme.primaryText
+
+    signal entered
+    signal chosen
+
+    implicitWidth: label.implicitWidth + label.x + 30
+    height: isDivider ? 9 : 28
+
+    Accessible.role: row.isDivider ? Accessible.Separator : Accessible.MenuItem
+    Accessible.name: label.text
+    Accessible.checkable: row.modelData.isChecked !== undefined
+    Accessible.checked: row.modelData.isChecked === true
+    Accessible.selected: row.isLit
+    Accessible.onPressAction: row.chosen()
+
+    Rectangle {
+        anchors.fill: parent
+        visible: row.isLit
+        radius: 6
+        color: Theme.selection
+    }
+
+    Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        visible: row.isDivider
+        width: parent.width
+        height: 1
+        color: Theme.separator
+    }
+
+    Symbol {
+        x: 8
+        anchors.verticalCenter: parent.verticalCenter
+        visible: row.modelData.isChecked === true
+        name: "checkmark"
+        size: 12
+        color: row.ink
+    }
+
+    Text {
+        id: label
+
+        x: row.hasMarks ? 26 : 10
+        anchors.verticalCenter: parent.verticalCenter
+        visible: !row.isDivider
+        text: row.isDivider ? "" : row.modelData.text
+        textFormat: Text.PlainText
+        color: row.ink
+        font.pixelSize: 13
+    }
+
+    Text {
+        anchors.right: parent.right
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        visible: row.modelData.entries !== undefined
+        text: "›"
+        color: row.ink
+        font.pixelSize: 15
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        enabled: !row.isDivider
+        hoverEnabled: true
+        onEntered: row.entered()
+        onClicked: row.chosen()
+    }
+}

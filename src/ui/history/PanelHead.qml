@@ -1,0 +1,64 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Larkspool.History
+import Larkspool.Style
+
+/// What stands over the list: the count and the menu, the search, the categories, the category search and, while
+/// there is one, the selection.
+Column {
+    id: head
+
+    required property ClipboardHistoryView view
+    required property int count
+
+    signal menuRequested(Item button)
+
+    spacing: 12
+
+    function focusSearch() {
+        search.takeFocus()
+    }
+
+    function focusCategorySearch() {
+        categorySearch.takeFocus()
+    }
+
+    HeaderBar {
+        width: parent.width
+        count: head.count
+        onMenuRequested: button => head.menuRequested(button)
+    }
+
+    SearchField {
+        id: search
+
+        width: parent.width
+        visible: head.view.isSearchExpanded
+        view: head.view
+        symbol: "magnifyingglass"
+        placeholder: qsTr("Search...")
+        focusName: ClipboardHistoryView.Search
+        text: head.view.searchText
+        onEdited: text => head.view.searchText = text
+    }
+
+    CategoryBar {
+        width: parent.width
+        view: head.view
+    }
+
+    CategorySearchBar {
+        id: categorySearch
+
+        width: parent.width
+        visible: head.view.isCategorySearching
+        view: head.view
+    }
+
+    SelectionBar {
+        width: parent.width
+        visible: head.view.selectedCount > 0
+        count: head.view.selectedCount
+    }
+}

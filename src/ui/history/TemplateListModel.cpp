@@ -1,0 +1,9 @@
+#include "ui/history/TemplateListModel.h"
+
+QVariant TemplateListModel::data(const QModelIndex &index, int role) const
+{
+    const auto shown = record(index.row());
+    if (!shown || (role != Name && role != Qt::DisplayRole))
+        return {};
+    return shown->name();
+}

@@ -1,0 +1,70 @@
+"""What an installation puts where, and that a desktop takes it."""
+
+import configparser
+import os
+import pathlib
+import signal
+import subprocess
+import tempfile
+import unittest
+
+from harness import Desktop, Larkspool, need, run_tests, wait_until
+from harness.application import NAME, Application
+
+
+def keys(path, group):
+    parser = configparser.RawConfigParser()
+    parser.optionxform = str
+    parser.read(path, encoding="utf-8")
+    return dict(parser[group])
+
+
+class Packaging(unittest.TestCase):
+    def setUp(self):
+        need("cmake")
+        build = os.environ.get("LARKSPOOL_BUILD_DIR")
+        if not build:
+            raise AssertionError("set LARKSPOOL_BUILD_DIR to the build that is to be installed")
+        self.prefix = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix="larkspool-prefix.")))
+        self.run_program("cmake", "--install", build, "--prefix", self.prefix)
+        self.desktop_file = self.prefix / "share/applications" / f"{NAME}.desktop"
+        self.service_file = self.prefix / "share/dbus-1/services" / f"{NAME}.service"
+
+    def run_program(self, *command):
+        done = subprocess.run([str(word) for word in command], capture_output=True, text=True)
+        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+        return done.stdout + done.stderr
+
+    def test_the_desktop_file_is_a_valid_one(self):
+        need("desktop-file-validate")
+        self.assertEqual(self.run_program("desktop-file-validate", self.desktop_file), "")
+
+    def test_the_desktop_file_names_what_is_installed(self):
+        entry = keys(self.desktop_file, "Desktop Entry")
+        self.assertTrue(os.access(self.prefix / "bin" / entry["Exec"], os.X_OK))
+        icon = self.prefix / "share/icons/hicolor/scalable/apps" / f"{entry['Icon']}.svg"
+        self.assertTrue(icon.is_file())
+        self.assertEqual(entry["DBusActivatable"], "true")
+
+    def test_the_service_file_names_the_installed_program(self):
+        service = keys(self.service_file, "D-BUS Service")
+        self.assertEqual(service, {"Name": NAME, "Exec": str(self.prefix / "bin" / "larkspool")})
+
+    def test_a_bus_starts_the_installed_program(self):
+        with Desktop() as desktop:
+            services = pathlib.Path(desktop.env["XDG_DATA_HOME"]) / "dbus-1" / "services"
+            services.mkdir(parents=True)
+            (services / self.service_file.name).symlink_to(self.service_file)
+            with Application(desktop) as application:
+                application.activate()
+                process = application.process()
+                try:
+                    wait_until(Larkspool(desktop).panel, "the panel is shown")
+                    self.assertEqual(os.readlink(f"/proc/{process}/exe"), str(self.prefix / "bin" / "larkspool"))
+                finally:
+                    os.kill(process, signal.SIGTERM)
+                application.wait_until_gone()
+
+
+if __name__ == "__main__":
+    run_tests()
