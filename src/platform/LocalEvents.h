@@ -41,7 +41,7 @@ enum class LocalEventFate { PassedOn, Consumed };
 /// The events of this program's own windows, before any view sees them.
 ///
 /// Monitors are asked in the order in which they were added, until one consumes the event. They may add and
-/// end monitors, their own included. Main thread only.
+/// end monitors, their own included; one that is added meanwhile hears the next event. Main thread only.
 class LocalEvents
 {
 public:

@@ -13,7 +13,7 @@
 class TestSoundServer
 {
 public:
-    /// Not started: there is no server where the libraries look for it, and no sound card either.
+    /// Not started: there is no server where the libraries look for it.
     TestSoundServer();
     ~TestSoundServer();
     TestSoundServer(const TestSoundServer &) = delete;
@@ -34,10 +34,6 @@ public:
     std::vector<Sound> sounds() const;
     /// How long nothing has been played by now.
     std::chrono::milliseconds silence() const;
-    /// From now on there is a sound card, which needs no server.
-    void addSoundCard() const;
-    /// What the card has played last, with the silence around it. Mono, 48 kHz.
-    Sound soundOfCard() const;
     /// What the server tells about the sounds that it keeps.
     QByteArray keptSounds() const;
 

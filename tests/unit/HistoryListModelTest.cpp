@@ -244,19 +244,18 @@ TEST_F(HistoryList, AnImageHasNoThumbnailUntilItIsSaved)
             .arg(item->id().toString(QUuid::WithoutBraces)));
 }
 
-TEST_F(HistoryList, AnImageWhoseSaveWasLateIsShownWhenTheListIs)
+TEST_F(HistoryList, AnImageWhoseSaveIsLateIsShownThen)
 {
     HistoryListModel model(m_store.context(), m_clock);
     add("a.png", ClipboardItemType::Image, testimages::plain({64, 48}, Qt::red));
     QCoreApplication::processEvents();
-    ASSERT_TRUE(m_store.context().save());
     bool isTold = false;
     QObject::connect(&model, &QAbstractItemModel::dataChanged,
         [&isTold](const QModelIndex &, const QModelIndex &, const QList<int> &roles) {
             isTold = isTold || roles.contains(HistoryListModel::Picture);
         });
-    model.refreshAges();
-    EXPECT_TRUE(isTold);
+    ASSERT_TRUE(m_store.context().save());
+    EXPECT_TRUE(waitUntil([&isTold] { return isTold; }));
 }
 
 TEST_F(HistoryList, AnImageWithoutBytesHasNothingToShow)

@@ -4,8 +4,6 @@ namespace
 {
 
 constexpr uint32_t AnyNumber = 1;
-constexpr const char *SoundServer = "pulse";
-constexpr const char *SoundCard = "alsa";
 
 } // namespace
 
@@ -31,13 +29,11 @@ SoundContext::Context SoundContext::openContext() const
     // What the desktop's volume control says about it.
     m_library.changeProperties(made, CA_PROP_APPLICATION_NAME, "Larkspool", CA_PROP_APPLICATION_ID,
         "org.larkspool.Larkspool", CA_PROP_APPLICATION_ICON_NAME, "org.larkspool.Larkspool", nullptr);
-    // By itself the library tries sound cards only where it has no part for sound servers.
-    m_library.setDriver(made, SoundServer);
-    if (m_library.open(made) == CA_SUCCESS)
-        return context;
-    SoundLibrary::silenceSoundCards();
-    m_library.setDriver(made, SoundCard);
-    if (m_library.open(made) == CA_SUCCESS)
-        return context;
-    return {nullptr, {&m_library}};
+    // By itself the library turns to sound cards where its part for sound servers is not installed. Its part
+    // for cards prints to standard error when there is none, and is unloaded while a thread may still be in
+    // it.
+    m_library.setDriver(made, "pulse");
+    if (m_library.open(made) != CA_SUCCESS)
+        context.reset();
+    return context;
 }

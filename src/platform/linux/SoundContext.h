@@ -6,9 +6,8 @@
 
 #include <memory>
 
-/// A connection to where the desktop's event sounds come from: the sound server, else the sound card. It is
-/// made with the first sound and kept. Every call may wait, for half a minute when the sound server hangs.
-/// One thread.
+/// A connection to the desktop's sound server, PulseAudio or one that speaks as it does. It is made with the
+/// first sound and kept. Every call may wait, for half a minute when the server hangs. One thread.
 class SoundContext
 {
 public:

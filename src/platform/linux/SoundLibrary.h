@@ -13,17 +13,13 @@ public:
     /// False when it is not installed; then none of the functions may be called.
     bool isLoaded() const { return m_isLoaded; }
 
-    // As <canberra.h> describes them. All but the first two may wait for the sound server.
+    // As <canberra.h> describes them. From `open` on they may wait for the sound server.
     decltype(&ca_context_create) createContext = nullptr;
     decltype(&ca_context_set_driver) setDriver = nullptr;
     decltype(&ca_context_change_props) changeProperties = nullptr;
     decltype(&ca_context_open) open = nullptr;
     decltype(&ca_context_play) play = nullptr;
     decltype(&ca_context_destroy) destroyContext = nullptr;
-
-    /// From now on the library for sound cards, ALSA, does not print to standard error that it has found
-    /// none, as it does by itself.
-    static void silenceSoundCards();
 
 private:
     bool m_isLoaded;

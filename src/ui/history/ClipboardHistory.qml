@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Larkspool.History
 import Larkspool.Style
@@ -34,6 +32,14 @@ FocusScope {
                 createCard.item.takeFocus()
             break
         }
+    }
+
+    /// After something that lay over the panel has had it.
+    function restoreFocus() {
+        if (root.view.focus === ClipboardHistoryView.Elsewhere)
+            list.forceActiveFocus()
+        else
+            root.takeFocus()
     }
 
     Binding {
@@ -103,7 +109,6 @@ FocusScope {
         anchors.right: parent.right
         anchors.leftMargin: Theme.listSide
         anchors.rightMargin: Theme.listSide
-        height: active && item ? item.height : 0
         active: root.view.isCreatingNew
 
         sourceComponent: ItemEditor {
@@ -120,7 +125,7 @@ FocusScope {
     HistoryList {
         id: list
 
-        anchors.top: createCard.bottom
+        anchors.top: root.view.isCreatingNew ? createCard.bottom : separator.bottom
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
@@ -150,7 +155,7 @@ FocusScope {
             {isDivider: true},
             {text: qsTr("Quit Larkspool"), act: () => Qt.quit()}
         ]
-        onClosed: root.takeFocus()
+        onClosed: root.restoreFocus()
     }
 
     RowMenu {
@@ -158,7 +163,7 @@ FocusScope {
 
         anchors.fill: parent
         view: root.view
-        onClosed: root.takeFocus()
+        onClosed: root.restoreFocus()
     }
 
     // What lies below is out of reach while entries are combined.
@@ -166,13 +171,17 @@ FocusScope {
         anchors.fill: parent
         visible: root.view.combinePanel !== null
         hoverEnabled: true
-        acceptedButtons: Qt.AllButtons
         onClicked: root.view.combinePanel.cancel()
     }
 
     Loader {
-        anchors.centerIn: parent
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 164 // its height changes with the template
         active: root.view.combinePanel !== null
+        onActiveChanged: {
+            if (!active)
+                root.restoreFocus()
+        }
 
         sourceComponent: CombinePanelView {
             panel: root.view.combinePanel

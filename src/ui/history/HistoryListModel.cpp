@@ -12,6 +12,8 @@
 namespace
 {
 
+constexpr std::chrono::milliseconds SaveWatchInterval{1000};
+
 QColor toQColor(const Color &color)
 {
     return QColor::fromRgbF(float(color.red), float(color.green), float(color.blue), float(color.opacity));
@@ -34,6 +36,9 @@ HistoryListModel::HistoryListModel(ModelContext &context, const Clock &clock)
 {
     m_categories.onWillChange = [this](const CategoryChange &change) { categoryWillChange(change); };
     m_categories.onDidChange = [this](const CategoryChange &change) { categoryDidChange(change); };
+    m_saveWatch.setSingleShot(true);
+    m_saveWatch.setInterval(SaveWatchInterval);
+    connect(&m_saveWatch, &QTimer::timeout, this, &HistoryListModel::showSaved);
     connect(this, &QAbstractItemModel::rowsInserted, this,
         [this](const QModelIndex &, int first, int last) { awaitSaving(first, last); });
 }
@@ -50,8 +55,6 @@ void HistoryListModel::refreshAges()
 {
     if (rowCount() > 0)
         Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Age});
-    // A save that failed before may have been made up for since.
-    showSaved();
 }
 
 QVariant HistoryListModel::data(const QModelIndex &index, int role) const
@@ -201,7 +204,7 @@ void HistoryListModel::awaitSaving(int first, int last)
         if (item->hasImageData() && item->rowId() == 0)
             m_unsavedImages.push_back(item);
     }
-    // A save follows at once: whoever has inserted it saves it before anything else happens.
+    // Whoever has inserted it saves it before anything else happens.
     if (m_unsavedImages.size() != known)
         QMetaObject::invokeMethod(this, &HistoryListModel::showSaved, Qt::QueuedConnection);
 }
@@ -222,4 +225,7 @@ void HistoryListModel::showSaved()
         const QModelIndex row = index(static_cast<int>(found - rows().begin()));
         Q_EMIT dataChanged(row, row, {Picture, PixelSize, Folder});
     }
+    // The save has failed, and is tried again at some time.
+    if (!m_unsavedImages.empty() && !m_saveWatch.isActive())
+        m_saveWatch.start();
 }

@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "ui/history/LiveQueryModel.h"
 
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 class ImageFactsReader;
@@ -77,4 +78,5 @@ private:
     std::unique_ptr<ImageFactsReader> m_imageFacts;
     // Images whose bytes are not in the file yet.
     std::vector<std::weak_ptr<ClipboardItem>> m_unsavedImages;
+    QTimer m_saveWatch;
 };

@@ -135,6 +135,8 @@ FocusScope {
             ignoreUnknownSignals: true
 
             function onClosed() {
+                // Else the focus would stay with it.
+                submenu.active = false
                 menu.forceActiveFocus()
             }
         }
