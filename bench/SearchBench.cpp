@@ -41,8 +41,16 @@ class Panel
 public:
     explicit Panel(const Language &language)
         : m_history(0, 0)
-        , m_view(
-              ClipboardHistoryView::Surroundings{m_history.context(), m_notifications, m_queue, m_clock}, {})
+        , m_view({.modelContext = m_history.context(),
+                     .pasteboard = m_pasteboard,
+                     .notifications = m_notifications,
+                     .defaults = m_defaults,
+                     .events = m_events,
+                     .sound = m_sound,
+                     .appearance = m_appearance,
+                     .queue = m_queue,
+                     .clock = m_clock},
+              {})
     {
         for (int number = 0; number < TextCount; ++number) {
             QByteArray text = "Entry " + QByteArray::number(number) + ' ';

@@ -53,13 +53,14 @@ int main(int argumentCount, char **arguments)
     // Measured: starts faster, shows its first frame sooner and needs half the memory of a GPU's context.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    // Before the toolkit takes what tells who has started the program out of the environment.
+    const auto instance = platform::loadSingleInstance();
     const QGuiApplication application(argumentCount, arguments);
     QGuiApplication::setApplicationName(QStringLiteral("larkspool"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Larkspool"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.larkspool.Larkspool"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     terminationSignals.quitApplication();
-    const auto instance = platform::loadSingleInstance();
     switch (instance->claim()) {
     case SingleInstance::Claim::HandedOver:
         return 0;

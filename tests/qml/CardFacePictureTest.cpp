@@ -51,7 +51,8 @@ protected:
         component.setData(Scene, QUrl());
         m_item.reset(qobject_cast<QQuickItem *>(
             component.createWithInitialProperties({{QStringLiteral("cardScale"), std::get<0>(GetParam())},
-                {QStringLiteral("x"), std::get<1>(GetParam())}, {QStringLiteral("y"), std::get<1>(GetParam())}})));
+                {QStringLiteral("x"), std::get<1>(GetParam())},
+                {QStringLiteral("y"), std::get<1>(GetParam())}})));
         EXPECT_TRUE(m_item) << component.errorString().toStdString();
         m_item->setParentItem(m_window.contentItem());
         m_window.show();
@@ -119,6 +120,7 @@ TEST_P(CardFacePicture, ABoxAsWideAsHighIsDrawnSo)
 }
 
 INSTANTIATE_TEST_SUITE_P(ScalesAndPlaces, CardFacePicture,
-    ::testing::Combine(::testing::Values(0.96, 0.976, 1, 1.01, 1.03, 1.06), ::testing::Values(10, 15.5, 17.3)));
+    ::testing::Combine(
+        ::testing::Values(0.96, 0.976, 1, 1.01, 1.03, 1.06), ::testing::Values(10, 15.5, 17.3)));
 
 } // namespace

@@ -1,10 +1,10 @@
+#include "ui/history/RowPictures.h"
 #include "fakes/FixedClock.h"
 #include "support/TemporaryStore.h"
 #include "support/TestImages.h"
 #include "support/Waiting.h"
 #include "ui/history/HistoryListModel.h"
 #include "ui/history/HistoryModule.h"
-#include "ui/history/RowPictures.h"
 #include "ui/style/SymbolProvider.h"
 
 #include <QFile>
@@ -83,8 +83,8 @@ protected:
         installRowPictures(*m_window.engine(), m_rows, m_store.filePath());
         QQmlComponent component(m_window.engine());
         component.setData(ListOfRows, QUrl());
-        m_list.reset(qobject_cast<QQuickItem *>(component.createWithInitialProperties(
-            {{QStringLiteral("rows"), QVariant::fromValue(&m_rows)}})));
+        m_list.reset(qobject_cast<QQuickItem *>(
+            component.createWithInitialProperties({{QStringLiteral("rows"), QVariant::fromValue(&m_rows)}})));
         EXPECT_TRUE(m_list) << component.errorString().toStdString();
         m_list->setParentItem(m_window.contentItem());
         m_window.resize(600, 400);
@@ -116,7 +116,8 @@ protected:
         QList<QQuickItem *> images;
         collect(m_list.get(), "QQuickImage", images);
         for (QQuickItem *const image : images) {
-            const bool isSymbol = image->property("source").toString().startsWith(QStringLiteral("image://symbol"));
+            const bool isSymbol =
+                image->property("source").toString().startsWith(QStringLiteral("image://symbol"));
             if (!isSymbol && image->width() == side)
                 return image;
         }

@@ -2,9 +2,8 @@
 #include "support/Waiting.h"
 #include "ui/history/FileKind.h"
 
-#include <QElapsedTimer>
+#include <QDir>
 #include <QIcon>
-#include <QPainter>
 #include <QQuickImageResponse>
 #include <QQuickTextureFactory>
 #include <QTemporaryDir>
@@ -12,7 +11,8 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
+#include <atomic>
+#include <future>
 
 namespace
 {
@@ -37,6 +37,27 @@ TEST(FileKind, AFolderIsToldFromAFile)
     EXPECT_TRUE(filekind::isFolder(folder.path(), 10s));
     EXPECT_FALSE(filekind::isFolder(file.fileName(), 10s));
     EXPECT_FALSE(filekind::isFolder(QStringLiteral("/nowhere/at/all"), 10s));
+}
+
+TEST(FileKind, AnUnansweredQuestionIsGivenUpAndManyAreNotAskedAtAll)
+{
+    EXPECT_TRUE(filekind::answerTo([] { return true; }, 10s));
+    EXPECT_FALSE(filekind::answerTo([] { return false; }, 10s));
+    auto released = std::make_shared<std::promise<void>>();
+    const std::shared_future<void> release = released->get_future().share();
+    auto asked = std::make_shared<std::atomic_int>(0);
+    const auto hang = [release, asked] {
+        ++*asked;
+        release.wait();
+        return true;
+    };
+    for (int i = 0; i < 10; ++i)
+        EXPECT_FALSE(filekind::answerTo(hang, 1ms));
+    EXPECT_TRUE(waitUntil([asked] { return *asked == 4; }));
+    EXPECT_FALSE(filekind::answerTo([] { return true; }, 10s));
+    released->set_value();
+    EXPECT_TRUE(waitUntil([] { return filekind::answerTo([] { return true; }, 10s); }));
+    EXPECT_EQ(*asked, 4);
 }
 
 /// A theme of two icons: a red one of PDFs, a blue one of folders.

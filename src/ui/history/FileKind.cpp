@@ -6,6 +6,7 @@
 #include <atomic>
 #include <future>
 #include <thread>
+#include <utility>
 
 #include <sys/stat.h>
 
@@ -40,19 +41,24 @@ QStringList folderIconNames()
     return {QStringLiteral("folder"), QStringLiteral("inode-directory")};
 }
 
-bool isFolder(const QString &path, std::chrono::milliseconds deadline)
+bool answerTo(std::function<bool()> question, std::chrono::milliseconds deadline)
 {
     if (unanswered >= MostUnanswered)
         return false;
     ++unanswered;
-    // The thread may outlive the question.
+    // The thread may outlive the call.
     const auto answer = std::make_shared<std::promise<bool>>();
     auto future = answer->get_future();
-    std::thread([answer, path = QFile::encodeName(path)] {
-        answer->set_value(isFolderOnDisk(path));
+    std::thread([answer, question = std::move(question)] {
+        answer->set_value(question());
         --unanswered;
     }).detach();
     return future.wait_for(deadline) == std::future_status::ready && future.get();
+}
+
+bool isFolder(const QString &path, std::chrono::milliseconds deadline)
+{
+    return answerTo([path = QFile::encodeName(path)] { return isFolderOnDisk(path); }, deadline);
 }
 
 } // namespace filekind

@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include <chrono>
+#include <functional>
 
 /// What a file looks like to the desktop. Any thread.
 namespace filekind
@@ -15,9 +16,12 @@ QStringList iconNames(const QString &path);
 /// The names of a folder's icons.
 QStringList folderIconNames();
 
-/// Whether the path leads to a folder. Asks the file system, which may not answer: a network folder whose
-/// server is gone keeps whoever asks for minutes. False, then, after the deadline; and at once while several
-/// such questions are unanswered.
+/// The answer to a question that may stay unanswered, asked on another thread: false after the deadline, and
+/// at once while several earlier ones are still unanswered.
+bool answerTo(std::function<bool()> question, std::chrono::milliseconds deadline);
+
+/// Whether the path leads to a folder. The file system is asked, which may not answer: a network folder whose
+/// server is gone keeps whoever asks for minutes.
 bool isFolder(const QString &path, std::chrono::milliseconds deadline);
 
 } // namespace filekind
