@@ -1,3 +1,5 @@
+// Bound components are not created here by Qt 6.4, so that names are looked up as they ever were.
+// qmllint disable unqualified
 import QtQuick
 import Larkspool.History
 import Larkspool.Style
@@ -24,12 +26,9 @@ FocusScope {
         case ClipboardHistoryView.CategorySearch:
             head.focusCategorySearch()
             break
-        case ClipboardHistoryView.Edit:
-            list.focusEditor()
-            break
         case ClipboardHistoryView.Create:
             if (createCard.item)
-                createCard.item.takeFocus()
+                (createCard.item as ItemEditor).takeFocus()
             break
         }
     }

@@ -1,3 +1,5 @@
+// Bound components are not created here by Qt 6.4, so that names are looked up as they ever were.
+// qmllint disable unqualified
 import QtQuick
 import Larkspool.History
 import Larkspool.Style
@@ -35,12 +37,6 @@ ListView {
     function showBeginning() {
         // positionViewAtBeginning would leave the margin out.
         contentY = originY - topMargin
-    }
-
-    function focusEditor() {
-        const row = itemAtIndex(list.view.editingIndex)
-        if (row)
-            row.focusEditor()
     }
 
     /// A row is the larger the nearer it is to the highlighted one; the neighbours of that stand out a little.
@@ -82,16 +78,21 @@ ListView {
         readonly property bool isMultiSelected: list.view.selectedCount > 0 && list.view.isMultiSelected(place.index)
 
         width: list.width - list.leftMargin - list.rightMargin
-        height: isEdited && editor.item ? editor.item.height : row.height
+        height: isEdited ? editor.height : row.height
         z: row.z
 
         // A row that waits to be used again is still among the list's children, and would be read out.
         ListView.onPooled: visible = false
         ListView.onReused: visible = true
 
-        function focusEditor() {
-            if (editor.item)
-                editor.item.takeFocus()
+        Connections {
+            target: list.view
+            enabled: place.isEdited
+
+            function onFocusChanged() {
+                if (list.view.focus === ClipboardHistoryView.Edit && editor.item)
+                    (editor.item as ItemEditor).takeFocus()
+            }
         }
 
         ClipboardItemRow {

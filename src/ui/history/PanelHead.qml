@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Larkspool.History
-import Larkspool.Style
 
 /// What stands over the list: the count and the menu, the search, the categories, the category search and, while
 /// there is one, the selection.
