@@ -4,6 +4,7 @@
 #include "base/Console.h"
 #include "platform/PlatformLoader.h"
 
+#include <QClipboard>
 #include <QGuiApplication>
 #include <QQuickWindow>
 
@@ -61,6 +62,8 @@ int main(int argumentCount, char **arguments)
     QGuiApplication::setDesktopFileName(QStringLiteral("org.larkspool.Larkspool"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     terminationSignals.quitApplication();
+    // At each copy the toolkit's text fields would ask the clipboard's owner for its text, and wait for it.
+    QGuiApplication::clipboard()->blockSignals(true);
     switch (instance->claim()) {
     case SingleInstance::Claim::HandedOver:
         return 0;

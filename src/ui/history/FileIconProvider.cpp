@@ -1,5 +1,6 @@
 #include "ui/history/FileIconProvider.h"
 
+#include "base/MainQueue.h"
 #include "ui/history/FileKind.h"
 #include "ui/history/PictureResponse.h"
 
@@ -7,6 +8,9 @@
 #include <QIcon>
 #include <QPixmap>
 #include <QUrl>
+
+#include <deque>
+#include <mutex>
 
 namespace
 {
@@ -24,10 +28,33 @@ constexpr int MostIcons = 64;
 } // namespace
 
 /// The icon theme, on the main thread.
-class FileIconProvider::Theme : public QObject
+class FileIconProvider::Theme
 {
 public:
-    /// The first of the icons that the theme has; a null picture when it has none.
+    /// Delivers the first of the icons that the theme has; nothing when it has none. Any thread.
+    void deliver(const QStringList &names, int side, std::shared_ptr<PictureResponse::Delivery> delivery)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_requests.push_back({names, side, std::move(delivery)});
+        m_queue.async([this] { deliverNext(); });
+    }
+
+private:
+    struct Request {
+        QStringList names;
+        int side;
+        std::shared_ptr<PictureResponse::Delivery> delivery;
+    };
+
+    void deliverNext()
+    {
+        std::unique_lock lock(m_mutex);
+        const Request request = std::move(m_requests.front());
+        m_requests.pop_front();
+        lock.unlock();
+        request.delivery->deliver(
+            request.delivery->isWanted() ? icon(request.names, request.side) : QImage());
+    }
     QImage icon(const QStringList &names, int side)
     {
         const QString key =
@@ -41,23 +68,19 @@ public:
         return picture;
     }
 
-private:
     QCache<QString, QImage> m_icons{MostIcons};
+    std::mutex m_mutex;
+    std::deque<Request> m_requests;
+    EventLoopQueue m_queue;
 };
 
 FileIconProvider::FileIconProvider()
     : m_theme(std::make_unique<Theme>())
+    , m_pool(Threads)
 {
-    m_pool.setMaxThreadCount(Threads);
-    constexpr int IdleMilliseconds = 5000;
-    m_pool.setExpiryTimeout(IdleMilliseconds);
 }
 
-FileIconProvider::~FileIconProvider()
-{
-    m_pool.clear();
-    m_pool.waitForDone();
-}
+FileIconProvider::~FileIconProvider() = default;
 
 QQuickImageResponse *FileIconProvider::requestImageResponse(const QString &id, const QSize &requestedSize)
 {
@@ -65,16 +88,10 @@ QQuickImageResponse *FileIconProvider::requestImageResponse(const QString &id, c
     const QString path = QUrl::fromPercentEncoding(id.toUtf8());
     const int longer = qMax(requestedSize.width(), requestedSize.height());
     const int side = longer > 0 ? qMin(longer, LongestSide) : UsualSide;
-    m_pool.start([theme = m_theme.get(), path, side, delivery = response->delivery()] {
-        if (!delivery->isWanted()) {
-            delivery->deliver(QImage());
-            return;
-        }
-        const bool isFolder = path.startsWith(QLatin1Char('/')) && filekind::isFolder(path, FolderDeadline);
-        const QStringList names = isFolder ? filekind::folderIconNames() : filekind::iconNames(path);
-        QMetaObject::invokeMethod(
-            theme, [theme, names, side, delivery] { delivery->deliver(theme->icon(names, side)); },
-            Qt::QueuedConnection);
+    m_pool.start([this, path, side, delivery = response->delivery()] {
+        const bool isFolder = delivery->isWanted() && path.startsWith(QLatin1Char('/')) &&
+            filekind::isFolder(path, FolderDeadline);
+        m_theme->deliver(isFolder ? filekind::folderIconNames() : filekind::iconNames(path), side, delivery);
     });
     return response;
 }

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "ui/history/TaskPool.h"
+
 #include <QQuickAsyncImageProvider>
-#include <QThreadPool>
 
 #include <memory>
 
@@ -25,5 +26,6 @@ private:
     class Theme;
 
     std::unique_ptr<Theme> m_theme;
-    QThreadPool m_pool;
+    // It ends before the theme, which its tasks use.
+    TaskPool m_pool;
 };

@@ -6,15 +6,6 @@
 ImageFactsReader::ImageFactsReader(QString storePath)
     : m_storePath(std::move(storePath))
 {
-    m_pool.setMaxThreadCount(1);
-    constexpr int IdleMilliseconds = 5000;
-    m_pool.setExpiryTimeout(IdleMilliseconds);
-}
-
-ImageFactsReader::~ImageFactsReader()
-{
-    m_pool.clear();
-    m_pool.waitForDone();
 }
 
 std::optional<ImageFacts> ImageFactsReader::facts(const ClipboardItem &item)
@@ -33,12 +24,18 @@ void ImageFactsReader::read(qint64 rowId, const QUuid &id)
     ImageFacts facts;
     if (const auto stored = StoredImage::open(m_storePath, rowId, id))
         facts = {stored->size(), thumbnail::pixelSize(*stored)};
-    QMetaObject::invokeMethod(
-        this,
-        [this, id, facts] {
-            m_sought.remove(id);
-            m_facts.insert(id, new ImageFacts(facts));
-            Q_EMIT found(id);
-        },
-        Qt::QueuedConnection);
+    const std::lock_guard lock(m_mutex);
+    m_read.emplace_back(id, facts);
+    m_queue.async([this] { tellNext(); });
+}
+
+void ImageFactsReader::tellNext()
+{
+    std::unique_lock lock(m_mutex);
+    const auto [id, facts] = m_read.front();
+    m_read.pop_front();
+    lock.unlock();
+    m_sought.remove(id);
+    m_facts.insert(id, new ImageFacts(facts));
+    Q_EMIT found(id);
 }

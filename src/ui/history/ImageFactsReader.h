@@ -1,12 +1,17 @@
 #pragma once
 
+#include "base/MainQueue.h"
 #include "store/ClipboardItem.h"
+#include "ui/history/TaskPool.h"
 
 #include <QCache>
 #include <QObject>
 #include <QSet>
 #include <QSize>
-#include <QThreadPool>
+
+#include <deque>
+#include <mutex>
+#include <utility>
 
 /// What the list says of an image without decoding it.
 struct ImageFacts {
@@ -25,7 +30,6 @@ public:
     static constexpr qsizetype MostRemembered = 512;
 
     explicit ImageFactsReader(QString storePath);
-    ~ImageFactsReader() override;
 
     /// The facts of an entry, if they are known; else nothing, and it begins to find them out. Of an entry
     /// that is not saved it finds out nothing.
@@ -37,9 +41,14 @@ Q_SIGNALS:
 
 private:
     void read(qint64 rowId, const QUuid &id);
+    void tellNext();
 
     QString m_storePath;
     QCache<QUuid, ImageFacts> m_facts{MostRemembered};
     QSet<QUuid> m_sought;
-    QThreadPool m_pool;
+    std::mutex m_mutex;
+    std::deque<std::pair<QUuid, ImageFacts>> m_read;
+    EventLoopQueue m_queue;
+    // It ends before what its tasks use.
+    TaskPool m_pool{1};
 };

@@ -48,17 +48,8 @@ struct ThumbnailProvider::Request {
 
 ThumbnailProvider::ThumbnailProvider(QString storePath)
     : m_storePath(std::move(storePath))
+    , m_pool(Threads)
 {
-    m_pool.setMaxThreadCount(Threads);
-    m_pool.setThreadPriority(QThread::LowPriority);
-    constexpr int IdleMilliseconds = 5000;
-    m_pool.setExpiryTimeout(IdleMilliseconds);
-}
-
-ThumbnailProvider::~ThumbnailProvider()
-{
-    m_pool.clear();
-    m_pool.waitForDone();
 }
 
 QQuickImageResponse *ThumbnailProvider::requestImageResponse(const QString &id, const QSize &requestedSize)

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "ui/history/TaskPool.h"
+
 #include <QCache>
 #include <QQuickAsyncImageProvider>
-#include <QThreadPool>
 
 #include <mutex>
 #include <optional>
@@ -19,9 +20,8 @@ class ThumbnailProvider : public QQuickAsyncImageProvider
 public:
     static constexpr qsizetype KeptBytes = 4 * 1024 * 1024;
 
+    /// When it goes, it waits for the pictures that are being decoded.
     explicit ThumbnailProvider(QString storePath);
-    /// Waits for the pictures that are being decoded.
-    ~ThumbnailProvider() override;
 
     QQuickImageResponse *requestImageResponse(const QString &id, const QSize &requestedSize) override;
 
@@ -37,5 +37,6 @@ private:
     QString m_storePath;
     mutable std::mutex m_mutex;
     mutable QCache<QString, QImage> m_pictures{KeptBytes};
-    QThreadPool m_pool;
+    // It ends before what its tasks use.
+    TaskPool m_pool;
 };
