@@ -70,11 +70,11 @@ class Formats : public ::testing::TestWithParam<const char *>
 
 TEST_P(Formats, GiveASquareAndTheirSize)
 {
-    const QByteArray bytes = testimages::plain({320, 200}, Qt::red, GetParam());
+    const QByteArray bytes = testimages::plain({160, 100}, Qt::red, GetParam());
     const QImage square = squareOf(bytes);
     EXPECT_EQ(square.size(), QSize(80, 80));
     EXPECT_GT(square.pixelColor(40, 40).red(), 240);
-    EXPECT_EQ(pixelSizeOf(bytes), QSize(320, 200));
+    EXPECT_EQ(pixelSizeOf(bytes), QSize(160, 100));
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, Formats, ::testing::Values("png", "jpg", "bmp", "webp", "tiff"));

@@ -6,6 +6,7 @@ void PictureResponse::Delivery::deliver(const QImage &picture)
         const std::lock_guard lock(m_pictureMutex);
         m_picture = picture;
     }
+    m_isDelivered = true;
     const std::lock_guard lock(m_responseMutex);
     if (m_response)
         Q_EMIT m_response->finished();

@@ -20,6 +20,8 @@ public:
     public:
         /// Whether the picture is still of use.
         bool isWanted() const { return m_isWanted; }
+        /// Whether it has come; those who connect to `finished` later are told nothing.
+        bool isDelivered() const { return m_isDelivered; }
         /// Once. A null picture shows nothing, and is no error.
         void deliver(const QImage &picture);
 
@@ -28,6 +30,7 @@ public:
         QImage picture() const;
 
         std::atomic_bool m_isWanted = true;
+        std::atomic_bool m_isDelivered = false;
         mutable std::mutex m_pictureMutex;
         QImage m_picture;
         // Held while those who wait are told: they ask for the picture then.

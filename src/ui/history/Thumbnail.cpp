@@ -110,9 +110,13 @@ QImage square(QIODevice &device, int side)
         return {};
     const int shorter = qMin(picture.width(), picture.height());
     const QPoint corner((picture.width() - shorter) / 2, (picture.height() - shorter) / 2);
-    return picture.copy({corner, QSize(shorter, shorter)})
-        .convertToFormat(QImage::Format_ARGB32_Premultiplied)
-        .scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    // Only a picture smaller than the square is still scaled here.
+    QImage result(side, side, QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(result.rect(), picture, QRect(corner, QSize(shorter, shorter)));
+    return result;
 }
 
 QSize pixelSize(QIODevice &device)
