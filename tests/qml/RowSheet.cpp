@@ -155,7 +155,9 @@ void measure(QQuickView &view)
 
 int main(int argumentCount, char **arguments)
 {
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    // As the program does.
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     const QGuiApplication application(argumentCount, arguments);
     if (argumentCount < 2) {
         std::fputs("usage: row_sheet <folder>|--measure\n", stderr);

@@ -109,6 +109,7 @@ FocusScope {
         anchors.leftMargin: Theme.listSide
         anchors.rightMargin: Theme.listSide
         active: root.view.isCreatingNew
+        onLoaded: (item as ItemEditor).takeFocus()
 
         sourceComponent: ItemEditor {
             view: root.view

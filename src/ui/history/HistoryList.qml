@@ -74,7 +74,7 @@ ListView {
         required property string age
         required property string sourceApp
         required property bool isPinned
-        readonly property bool isEdited: place.index === list.view.editingIndex
+        readonly property bool isEdited: place.index >= 0 && place.index === list.view.editingIndex
         readonly property bool isMultiSelected: list.view.selectedCount > 0 && list.view.isMultiSelected(place.index)
 
         width: list.width - list.leftMargin - list.rightMargin
@@ -159,6 +159,8 @@ ListView {
 
             width: parent.width
             active: place.isEdited
+            // At once: a letter may come before the view gives it the focus.
+            onLoaded: (item as ItemEditor).takeFocus()
 
             sourceComponent: ItemEditor {
                 view: list.view

@@ -78,7 +78,8 @@ Item {
         anchors.fill: parent
         enabled: !row.isDivider
         hoverEnabled: true
-        onEntered: row.entered()
+        // Not when the menu opens under a pointer that rests.
+        onPositionChanged: row.entered()
         onClicked: row.chosen()
     }
 }

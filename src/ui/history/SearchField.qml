@@ -21,6 +21,12 @@ Rectangle {
     color: Theme.field
     radius: Theme.fieldRadius
 
+    // At once: a letter may come before the view gives it the focus.
+    onVisibleChanged: {
+        if (visible)
+            takeFocus()
+    }
+
     function takeFocus() {
         input.forceActiveFocus()
     }

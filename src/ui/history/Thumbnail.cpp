@@ -1,13 +1,13 @@
 #include "ui/history/Thumbnail.h"
 
-#include <QBrush>
 #include <QIODevice>
 #include <QImageReader>
-#include <QPainter>
 #include <QtEndian>
+#include <QtMath>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace thumbnail
 {
@@ -82,6 +82,13 @@ bool isAffordable(const QSize &size, const QByteArray &format, const QByteArray 
     return pixels * bytesOfPixel <= MostBytes;
 }
 
+/// A premultiplied colour of less opacity.
+QRgb faded(QRgb pixel, qreal share)
+{
+    const auto part = [share](int component) { return qRound(component * share); };
+    return qRgba(part(qRed(pixel)), part(qGreen(pixel)), part(qBlue(pixel)), part(qAlpha(pixel)));
+}
+
 /// The size that just covers a square, never larger than the picture is.
 QSize coverOf(const QSize &size, int side)
 {
@@ -110,13 +117,9 @@ QImage square(QIODevice &device, int side)
         return {};
     const int shorter = qMin(picture.width(), picture.height());
     const QPoint corner((picture.width() - shorter) / 2, (picture.height() - shorter) / 2);
-    // Only a picture smaller than the square is still scaled here.
-    QImage result(side, side, QImage::Format_ARGB32_Premultiplied);
-    result.fill(Qt::transparent);
-    QPainter painter(&result);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(result.rect(), picture, QRect(corner, QSize(shorter, shorter)));
-    return result;
+    return picture.copy({corner, QSize(shorter, shorter)})
+        .convertToFormat(QImage::Format_ARGB32_Premultiplied)
+        .scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 QSize pixelSize(QIODevice &device)
@@ -127,15 +130,21 @@ QSize pixelSize(QIODevice &device)
 
 QImage rounded(const QImage &picture, qreal radius)
 {
-    if (picture.isNull() || radius <= 0)
-        return picture;
-    QImage result(picture.size(), QImage::Format_ARGB32_Premultiplied);
-    result.fill(Qt::transparent);
-    QPainter painter(&result);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QBrush(picture));
-    painter.drawRoundedRect(picture.rect(), radius, radius);
+    QImage result = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    // How much of a pixel lies within the arc, by how far its middle is from the arc's.
+    const auto coverage = [radius](int x, int y) {
+        return qBound(0.0, radius + 0.5 - std::hypot(radius - x - 0.5, radius - y - 0.5), 1.0);
+    };
+    const int corner = qMin(qCeil(radius), qMin(result.width(), result.height()) / 2);
+    for (int y = 0; y < corner; ++y) {
+        for (const int line : {y, result.height() - 1 - y}) {
+            auto *const pixels = reinterpret_cast<QRgb *>(result.scanLine(line));
+            for (int x = 0; x < corner; ++x) {
+                for (QRgb *const pixel : {pixels + x, pixels + result.width() - 1 - x})
+                    *pixel = faded(*pixel, coverage(x, y));
+            }
+        }
+    }
     return result;
 }
 
