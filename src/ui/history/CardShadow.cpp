@@ -21,6 +21,11 @@ constexpr qreal ReachOfDeviation = 2.5;
 /// Bytes of pictures that are kept: black and a colour in two blurs, at two scales.
 constexpr int KeptBytes = 1024 * 1024;
 
+size_t indexOf(int x, int y, int side)
+{
+    return static_cast<size_t>(y) * static_cast<size_t>(side) + static_cast<size_t>(x);
+}
+
 std::vector<qreal> bellCurve(qreal deviation, int reach)
 {
     std::vector<qreal> weights;
@@ -43,8 +48,9 @@ void blurAndTurn(std::vector<qreal> &mask, int side, const std::vector<qreal> &w
         for (int x = 0; x < side; ++x) {
             qreal sum = 0;
             for (int i = qMax(-reach, -x); i <= qMin(reach, side - 1 - x); ++i)
-                sum += mask[size_t(y * side + x + i)] * weights[size_t(i + reach)];
-            turned[size_t(x * side + y)] = sum;
+                sum += mask[indexOf(x + i, y, side)] *
+                    weights[static_cast<size_t>(i) + static_cast<size_t>(reach)];
+            turned[indexOf(y, x, side)] = sum;
         }
     }
     mask.swap(turned);
@@ -78,7 +84,7 @@ QImage blurredBox(const Look &look)
         auto *const line = reinterpret_cast<QRgb *>(picture.scanLine(y));
         for (int x = 0; x < side; ++x) {
             QColor color = look.color;
-            color.setAlphaF(float(look.color.alphaF() * mask[size_t(y * side + x)] / 255));
+            color.setAlphaF(float(look.color.alphaF() * mask[indexOf(x, y, side)] / 255));
             line[x] = qPremultiply(color.rgba());
         }
     }

@@ -4,8 +4,7 @@ import QtQuick
 import Larkspool.History
 import Larkspool.Style
 
-/// The panel's content, from top to bottom: header, search, categories, category search, list; menus and the combine
-/// panel lie over them.
+/// The panel's content: head and list; menus and the combine panel lie over them.
 FocusScope {
     id: root
 
@@ -57,7 +56,8 @@ FocusScope {
         target: root.view
 
         function onFocusChanged() {
-            root.takeFocus()
+            if (!headerMenu.visible && !rowMenu.visible)
+                root.takeFocus()
         }
 
         function onWasReset() {
