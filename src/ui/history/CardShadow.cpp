@@ -48,8 +48,7 @@ void blurAndTurn(std::vector<qreal> &mask, int side, const std::vector<qreal> &w
         for (int x = 0; x < side; ++x) {
             qreal sum = 0;
             for (int i = qMax(-reach, -x); i <= qMin(reach, side - 1 - x); ++i)
-                sum += mask[indexOf(x + i, y, side)] *
-                    weights[static_cast<size_t>(i) + static_cast<size_t>(reach)];
+                sum += mask[indexOf(x + i, y, side)] * weights.begin()[i + reach];
             turned[indexOf(y, x, side)] = sum;
         }
     }
