@@ -52,8 +52,5 @@ void DesktopAppearance::update()
 
 std::unique_ptr<Appearance> platform::makeDesktopAppearance(MainQueue &queue)
 {
-    // Without a bus, a connection that is none, so that no bus is started for the purpose.
-    const bool hasBus = !sessionbus::address().isEmpty();
-    return std::make_unique<DesktopAppearance>(
-        hasBus ? QDBusConnection::sessionBus() : QDBusConnection(QString()), queue);
+    return std::make_unique<DesktopAppearance>(sessionbus::connection(), queue);
 }

@@ -10,13 +10,6 @@ namespace platform
 namespace
 {
 
-/// The process's own connection to the session bus; one that is not connected when there is no bus, so that
-/// none is started for the purpose.
-QDBusConnection sessionBus()
-{
-    return sessionbus::address().isEmpty() ? QDBusConnection(QString()) : QDBusConnection::sessionBus();
-}
-
 class DesktopScripting : public ScriptingService
 {
 public:
@@ -30,7 +23,7 @@ public:
 private:
     std::vector<std::unique_ptr<KeyPresser>> pressers(std::function<bool()> canPressKeys)
     {
-        const QDBusConnection bus = sessionBus();
+        const QDBusConnection bus = sessionbus::connection();
         std::vector<std::unique_ptr<KeyPresser>> list;
         list.push_back(std::make_unique<RemoteDesktopPortal>(
             bus, m_queue, RestoreToken(RestoreToken::defaultFilePath())));

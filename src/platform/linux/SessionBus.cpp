@@ -100,6 +100,11 @@ QByteArray address()
     return QFile::exists(QFile::decodeName(path)) ? "unix:path=" + path.toPercentEncoding("/") : QByteArray();
 }
 
+QDBusConnection connection()
+{
+    return address().isEmpty() ? QDBusConnection(QString()) : QDBusConnection::sessionBus();
+}
+
 bool answers(const QByteArray &address, std::chrono::milliseconds deadline)
 {
     const auto name = socketName(address);
