@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/FloatingPanel.h"
+#include "app/SettingsWindow.h"
 #include "base/Console.h"
 #include "base/Notifications.h"
 #include "base/Text.h"
@@ -8,9 +9,11 @@
 #include "ui/history/ClipboardHistoryView.h"
 #include "ui/history/HistoryModule.h"
 #include "ui/history/RowPictures.h"
+#include "ui/settings/SettingsModule.h"
 #include "ui/style/SymbolProvider.h"
 #include "ui/style/Symbols.h"
 
+#include <QDesktopServices>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -25,6 +28,8 @@ constexpr std::chrono::milliseconds PasteDelay{150};
 /// A switch to this application may take a moment; until then a claim for the focus is lost.
 constexpr std::array FocusRetries{
     std::chrono::milliseconds(50), std::chrono::milliseconds(150), std::chrono::milliseconds(300)};
+/// The switch to this application comes first.
+constexpr std::chrono::milliseconds SettingsDelay{100};
 /// After a failed save, when nothing else leads to one: a disk may have got room again.
 constexpr std::chrono::milliseconds SaveRetryDelay{5000};
 
@@ -44,13 +49,20 @@ AppDelegate::AppDelegate(MainQueue &queue, Ports ports, const Paths &paths)
     , m_defaults(paths.preferences)
     , m_ports(std::move(ports))
     , m_pasteService(*m_ports.eventPoster, *m_ports.scripting, *m_ports.unifiedLog, m_clock, paths.log)
+    , m_panelEvents(
+          *m_ports.localEvents, [this] { return !m_settingsWindow || !m_settingsWindow->isActive(); })
 {
+    openPage = [](const QUrl &page) {
+        if (!page.isValid() || !QDesktopServices::openUrl(page))
+            consoleLine(QStringLiteral("[Larkspool] The page could not be opened"));
+    };
 }
 
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching()
 {
+    m_defaults.watch();
     setupModelContainer();
     setupStatusItem();
     setupPanel();
@@ -101,20 +113,16 @@ void AppDelegate::setupPanel()
             .pasteboard = *m_ports.pasteboard,
             .notifications = m_notifications,
             .defaults = m_defaults,
-            .events = *m_ports.localEvents,
+            .events = m_panelEvents,
             .sound = *m_ports.systemSound,
             .appearance = *m_ports.appearance,
             .queue = m_queue,
             .clock = m_clock,
             .caseRule = text::caseRule(QLocale())},
         [this](const std::shared_ptr<ClipboardItem> &item) { handleItemSelected(*item); });
-    m_engine = std::make_unique<QQmlEngine>();
-    registerHistoryModule();
-    m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
-    installSymbols(*m_engine);
-    installRowPictures(*m_engine, *m_historyView->filteredItems(), m_storePath);
+    installRowPictures(engine(), *m_historyView->filteredItems(), m_storePath);
     QQmlComponent content(
-        m_engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/Larkspool/History/ClipboardHistory.qml")));
+        &engine(), QUrl(QStringLiteral("qrc:/qt/qml/Larkspool/History/ClipboardHistory.qml")));
     auto rootView =
         std::unique_ptr<QQuickItem>(qobject_cast<QQuickItem *>(content.createWithInitialProperties(
             {{QStringLiteral("view"), QVariant::fromValue(m_historyView.get())}})));
@@ -140,6 +148,12 @@ void AppDelegate::startClipboardMonitoring()
 void AppDelegate::setupHotkey()
 {
     m_hotkeyService = std::make_unique<HotkeyService>(*m_ports.hotKeyCenter);
+    registerHotkey();
+}
+
+void AppDelegate::registerHotkey()
+{
+    m_isHotkeySuspended = false;
     m_hotkeyService->registerHotkey(loadKeyCombo(), [this] { togglePanel(); });
 }
 
@@ -154,15 +168,29 @@ void AppDelegate::requestAccessibilityIfNeeded()
 
 void AppDelegate::addObservers()
 {
-    m_observers.push_back(m_notifications.addObserver(notification::reloadHotkey(),
-        [this] { m_hotkeyService->registerHotkey(loadKeyCombo(), [this] { togglePanel(); }); }));
+    m_observers.push_back(
+        m_notifications.addObserver(notification::openSettings(), [this] { openSettings(); }));
+    m_observers.push_back(
+        m_notifications.addObserver(notification::reloadHotkey(), [this] { registerHotkey(); }));
     m_observers.push_back(
         m_notifications.addObserver(notification::clearAllHistory(), [this] { clearAllHistory(); }));
 }
 
+QQmlEngine &AppDelegate::engine()
+{
+    if (!m_engine) {
+        m_engine = std::make_unique<QQmlEngine>();
+        registerHistoryModule();
+        registerSettingsModule();
+        m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+        installSymbols(*m_engine);
+    }
+    return *m_engine;
+}
+
 KeyCombo AppDelegate::loadKeyCombo() const
 {
-    const auto stored = m_defaults.data(QStringLiteral("hotkeyCombo"));
+    const auto stored = m_defaults.data(preference::HotkeyCombo);
     const auto combo = stored ? KeyCombo::decoded(*stored) : std::nullopt;
     return combo.value_or(KeyCombo::standard());
 }
@@ -220,6 +248,56 @@ void AppDelegate::activateAndPaste(const std::shared_ptr<RunningApplication> &ta
                                    nameOf(m_ports.workspace->frontmostApplication())));
         m_pasteService.simulatePaste();
     }));
+}
+
+void AppDelegate::openSettings()
+{
+    consoleLine(QStringLiteral("[Larkspool] openSettings called"));
+    m_panel->orderOut();
+    if (!m_settingsWindow || !m_settingsWindow->isVisible())
+        makeSettingsWindow();
+    m_queue.asyncAfter(SettingsDelay, m_lifetime.guard([this] {
+        consoleLine(QStringLiteral("[Larkspool] Showing settings window"));
+        if (m_settingsWindow)
+            m_settingsWindow->makeKeyAndOrderFront();
+    }));
+}
+
+void AppDelegate::makeSettingsWindow()
+{
+    auto view = std::make_unique<SettingsView>(SettingsView::Surroundings{.defaults = m_defaults,
+        .notifications = m_notifications,
+        .events = *m_ports.localEvents,
+        .loginItem = *m_ports.loginItem,
+        .modelContext = m_modelContainer ? &m_modelContainer->mainContext() : nullptr,
+        .onRecording = [this](auto recording) { recordingChanged(recording); },
+        .openPage = openPage});
+    m_settingsWindow = std::make_unique<SettingsWindow>(engine(), std::move(view));
+    connect(m_settingsWindow.get(), &SettingsWindow::closed, this, &AppDelegate::settingsWindowClosed);
+    if (const auto frame = m_ports.screens->visibleFrame())
+        m_settingsWindow->centerIn(*frame);
+}
+
+void AppDelegate::settingsWindowClosed()
+{
+    // It is on the stack now. What it has needed is given back: it is made anew the next time.
+    m_queue.async(m_lifetime.guard([this] {
+        if (m_settingsWindow && m_settingsWindow->isVisible())
+            return;
+        m_settingsWindow.reset();
+        m_engine->collectGarbage();
+        m_engine->trimComponentCache();
+    }));
+}
+
+void AppDelegate::recordingChanged(ShortcutRecorderView::Recording recording)
+{
+    if (recording == ShortcutRecorderView::Recording::Begins) {
+        m_isHotkeySuspended = true;
+        m_hotkeyService->unregister();
+    } else if (m_isHotkeySuspended) {
+        registerHotkey();
+    }
 }
 
 void AppDelegate::clearAllHistory()

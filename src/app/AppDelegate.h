@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ActiveEvents.h"
 #include "base/Clock.h"
 #include "base/FileReader.h"
 #include "base/Lifetime.h"
@@ -11,6 +12,7 @@
 #include "platform/EventPoster.h"
 #include "platform/HotKeyCenter.h"
 #include "platform/LocalEvents.h"
+#include "platform/LoginItem.h"
 #include "platform/Pasteboard.h"
 #include "platform/Screens.h"
 #include "platform/ScriptingService.h"
@@ -21,6 +23,7 @@
 #include "services/HotkeyService.h"
 #include "services/PasteService.h"
 #include "store/ModelContainer.h"
+#include "ui/settings/ShortcutRecorderView.h"
 
 #include <QObject>
 
@@ -29,6 +32,8 @@
 class ClipboardHistoryView;
 class FloatingPanel;
 class QQmlEngine;
+class QUrl;
+class SettingsWindow;
 
 /// The application's controller and composition root: it makes every part once and hands each what it needs.
 /// It shows and hides the panel, remembers which application was in front before, and pastes what the user
@@ -47,6 +52,7 @@ public:
         std::unique_ptr<EventPoster> eventPoster;
         std::unique_ptr<ScriptingService> scripting;
         std::unique_ptr<LocalEvents> localEvents;
+        std::unique_ptr<LoginItem> loginItem;
         std::unique_ptr<Screens> screens;
         std::unique_ptr<StatusBar> statusBar;
         std::unique_ptr<SystemSound> systemSound;
@@ -74,7 +80,12 @@ public:
     FloatingPanel *panel() const { return m_panel.get(); }
     /// The content of the panel; null without a store.
     ClipboardHistoryView *historyView() const { return m_historyView.get(); }
+    /// The window of the settings; null when there is none.
+    SettingsWindow *settingsWindow() const { return m_settingsWindow.get(); }
     NotificationCenter &notifications() { return m_notifications; }
+
+    /// Opens a page about the program; the user's browser does unless somebody else wants to.
+    std::function<void(const QUrl &)> openPage;
 
 private:
     void setupModelContainer();
@@ -85,11 +96,17 @@ private:
     void requestAccessibilityIfNeeded();
     void addObservers();
 
+    QQmlEngine &engine();
     KeyCombo loadKeyCombo() const;
+    void registerHotkey();
     void showPanel();
     void scheduleFocusRetries();
     void handleItemSelected(const ClipboardItem &item);
     void activateAndPaste(const std::shared_ptr<RunningApplication> &target);
+    void openSettings();
+    void makeSettingsWindow();
+    void settingsWindowClosed();
+    void recordingChanged(ShortcutRecorderView::Recording recording);
     void clearAllHistory();
     void saveAgainLater();
 
@@ -104,11 +121,16 @@ private:
 
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<ModelContainer> m_modelContainer;
+    /// What the history view hears: not the keys that are pressed in the settings.
+    ActiveEvents m_panelEvents;
     std::unique_ptr<ClipboardHistoryView> m_historyView;
     std::unique_ptr<QQmlEngine> m_engine;
     std::unique_ptr<FloatingPanel> m_panel;
     std::unique_ptr<ClipboardMonitor> m_clipboardMonitor;
     std::unique_ptr<HotkeyService> m_hotkeyService;
+    std::unique_ptr<SettingsWindow> m_settingsWindow;
+    /// The hot key is not there while another one is recorded.
+    bool m_isHotkeySuspended = false;
     std::shared_ptr<RunningApplication> m_previousApp;
     std::vector<std::unique_ptr<NotificationCenter::Observer>> m_observers;
     bool m_isSaveScheduled = false;

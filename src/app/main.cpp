@@ -24,6 +24,7 @@ AppDelegate::Ports loadPorts(MainQueue &queue)
     ports.eventPoster = platform::loadEventPoster(queue, *ports.workspace);
     ports.scripting = platform::loadScriptingService(*ports.workspace);
     ports.localEvents = platform::loadLocalEvents();
+    ports.loginItem = platform::loadLoginItem(queue);
     ports.systemSound = platform::loadSystemSound();
     ports.screens = platform::loadScreens();
     ports.statusBar = platform::loadStatusBar();
@@ -58,7 +59,7 @@ int main(int argumentCount, char **arguments)
     const auto instance = platform::loadSingleInstance();
     const QGuiApplication application(argumentCount, arguments);
     QGuiApplication::setApplicationName(QStringLiteral("larkspool"));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Larkspool"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(LARKSPOOL_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.larkspool.Larkspool"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     terminationSignals.quitApplication();

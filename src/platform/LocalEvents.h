@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 /// A modifier that is held; Command is Ctrl or Super, whichever the user takes.
 enum class EventModifier : quint8 {
@@ -21,13 +22,18 @@ constexpr bool holds(EventModifier modifiers, EventModifier one)
     return (quint8(modifiers) & quint8(one)) != 0;
 }
 
-/// A key that went down, or repeats, in a window of this program.
+/// A key, not a modifier alone, that went down, or repeats, in a window of this program.
 struct LocalKeyEvent {
     /// Virtual key code: Return 36 (the keypad's as well), Delete (backwards) 51, Escape 53, Left 123, Right
     /// 124, Down 125, Up 126 by what the key means; others by where it is (US layout numbering).
     quint16 keyCode = 0;
     EventModifier modifiers = EventModifier::None;
-    QString characters; ///< what the key types; may be empty
+    QString characters = {}; ///< what the key types; may be empty
+    bool isRepeat = false;
+    /// The same press as a system-wide hot key has it: the key by where it is, whatever it means, nothing for
+    /// one that has no virtual key code; and `HotKeyModifier` bits, in which Ctrl and Super are two.
+    std::optional<quint16> position = std::nullopt;
+    quint32 hotKeyModifiers = 0;
 };
 
 /// A turn of a wheel or a move of fingers over a window of this program.

@@ -4,11 +4,13 @@
 #include "platform/linux/ApplicationEvents.h"
 #include "platform/linux/DBusSingleInstance.h"
 #include "platform/linux/DesktopAppearance.h"
+#include "platform/linux/DesktopLoginItem.h"
 #include "platform/linux/DesktopScripting.h"
 #include "platform/linux/DesktopSound.h"
 #include "platform/linux/StatusNotifierBar.h"
 #include "platform/linux/SystemLog.h"
 #include "platform/null/NullBackends.h"
+#include "platform/null/NullLoginItem.h"
 #include "platform/x11/X11Backends.h"
 #include "platform/x11/X11Pasteboard.h"
 
@@ -78,6 +80,14 @@ std::unique_ptr<StatusBar> loadStatusBar()
 std::unique_ptr<LocalEvents> loadLocalEvents()
 {
     return std::make_unique<ApplicationEvents>();
+}
+
+std::unique_ptr<LoginItem> loadLoginItem(MainQueue &queue)
+{
+    auto item = makeDesktopLoginItem(queue);
+    if (item)
+        return std::move(item).value();
+    return std::make_unique<NullLoginItem>(item.error().description);
 }
 
 std::unique_ptr<Screens> loadScreens()

@@ -5,6 +5,7 @@
 #include "platform/EventPoster.h"
 #include "platform/HotKeyCenter.h"
 #include "platform/LocalEvents.h"
+#include "platform/LoginItem.h"
 #include "platform/Pasteboard.h"
 #include "platform/Screens.h"
 #include "platform/ScriptingService.h"
@@ -31,6 +32,8 @@ std::unique_ptr<SingleInstance> loadSingleInstance();
 std::unique_ptr<StatusBar> loadStatusBar();
 /// Needs a QGuiApplication, which must outlive it.
 std::unique_ptr<LocalEvents> loadLocalEvents();
+/// Needs a QCoreApplication. Prints nothing: a login item that cannot be had says so when it is asked.
+std::unique_ptr<LoginItem> loadLoginItem(MainQueue &queue);
 std::unique_ptr<Screens> loadScreens();
 std::unique_ptr<UnifiedLog> loadUnifiedLog();
 std::unique_ptr<Appearance> loadAppearance(MainQueue &queue);

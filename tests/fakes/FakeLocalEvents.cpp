@@ -65,7 +65,12 @@ FakeLocalEvents::~FakeLocalEvents() = default;
 
 LocalEventFate FakeLocalEvents::press(quint16 keyCode, EventModifier modifiers, const QString &characters)
 {
-    return m_keyDown->tell({keyCode, modifiers, characters});
+    return press(LocalKeyEvent{.keyCode = keyCode, .modifiers = modifiers, .characters = characters});
+}
+
+LocalEventFate FakeLocalEvents::press(const LocalKeyEvent &event)
+{
+    return m_keyDown->tell(event);
 }
 
 LocalEventFate FakeLocalEvents::scroll(double deltaY, bool isPrecise)

@@ -14,6 +14,7 @@ public:
     /// A key goes down; whether a monitor has consumed it.
     LocalEventFate press(
         quint16 keyCode, EventModifier modifiers = EventModifier::None, const QString &characters = {});
+    LocalEventFate press(const LocalKeyEvent &event);
     /// A wheel turns by so many notches, or fingers move by so many points.
     LocalEventFate scroll(double deltaY, bool isPrecise = false);
 

@@ -119,6 +119,24 @@ TEST_P(CardFacePicture, ABoxAsWideAsHighIsDrawnSo)
     EXPECT_EQ(drawn.width(), qRound(32 * std::get<0>(GetParam()) * m_window.effectiveDevicePixelRatio()));
 }
 
+TEST_P(CardFacePicture, IsNotShownBeyondWhatClipsIt)
+{
+    const QImage whole = shown();
+    // Beyond the card's lower edge, where there is nothing of it.
+    QQuickItem frame(m_window.contentItem());
+    frame.setClip(true);
+    frame.setPosition({0, 150});
+    frame.setSize({300, 10});
+    m_item->setParentItem(&frame);
+    m_item->setY(m_item->y() - frame.y());
+    const QImage clipped = m_window.grabWindow().convertToFormat(QImage::Format_RGB32);
+    QImage nothing(whole.size(), QImage::Format_RGB32);
+    nothing.fill(Qt::black);
+    EXPECT_NE(whole, nothing);
+    EXPECT_EQ(clipped.convertToFormat(QImage::Format_RGB32), nothing);
+    m_item->setParentItem(nullptr);
+}
+
 INSTANTIATE_TEST_SUITE_P(ScalesAndPlaces, CardFacePicture,
     ::testing::Combine(
         ::testing::Values(0.96, 0.976, 1, 1.01, 1.03, 1.06), ::testing::Values(10, 15.5, 17.3)));

@@ -433,6 +433,38 @@ TestCase {
         compare(seen(row, isMarker).length, 0)
     }
 
+    function test_aNoticeIsSaidBesideTheButtonsWhileTheEntryIsSelected() {
+        const isNotice = item => item.text === "It is too large."
+        Theme.animated = false
+        const row = makeRow({notice: "It is too large."})
+        compare(seen(row, isNotice).length, 0)
+        row.isSelected = true
+        compare(seen(row, isNotice).length, 1)
+        compare(place(row, seen(row, isNotice)[0]).x, 76 + 14)
+        row.isPinned = true
+        const marker = seen(row, item => isOf("CardSymbol")(item) && item.name === "pin.fill")[0]
+        verify(place(row, seen(row, isNotice)[0]).x > place(row, marker).x + place(row, marker).width)
+    }
+
+    function test_aLongNoticeEndsBeforeTheButtons() {
+        Theme.animated = false
+        const row = makeRow({isSelected: true, notice: "Dieser Eintrag ist zu lang. ".repeat(10)})
+        const notice = place(row, seen(row, item => item.text === row.notice)[0])
+        verify(notice.x + notice.width < place(row, button(row, "Pin")).x)
+    }
+
+    function test_oneOfSeveralChosenOnesIsMarkedWhereNoTextIs() {
+        const isMark = isOf("SelectionMark")
+        const row = makeRow()
+        compare(seen(row, isMark).length, 0)
+        row.isMultiSelected = true
+        const mark = place(row, seen(row, isMark)[0])
+        verify(mark.x + mark.width > 500)
+        verify(mark.y < 0)
+        const text = place(row, seen(row, item => item.text === "ssh bastion")[0])
+        verify(mark.x > text.x + text.width - 4 || mark.y + mark.height <= text.y + 4)
+    }
+
     function test_aToolTipComesWithTheMouseAndGoesWithIt() {
         const row = makeRow({isSelected: true})
         const point = centre(button(row, "Delete"))

@@ -4,12 +4,24 @@ import configparser
 import os
 import pathlib
 import signal
+import struct
 import subprocess
 import tempfile
 import unittest
 
 from harness import Desktop, Larkspool, need, run_tests, wait_until
 from harness.application import NAME, Application
+
+
+ICON_SIZES = (16, 22, 24, 32, 48, 64, 128, 256, 512)
+
+
+def png_size(path):
+    """Width and height by the picture's header (PNG Specification, "IHDR")."""
+    head = path.read_bytes()[:24]
+    if head[:8] != b"\x89PNG\r\n\x1a\n" or head[12:16] != b"IHDR":
+        raise AssertionError(f"{path} is no PNG picture")
+    return struct.unpack(">II", head[16:24])
 
 
 def keys(path, group):
@@ -45,6 +57,20 @@ class Packaging(unittest.TestCase):
         icon = self.prefix / "share/icons/hicolor/scalable/apps" / f"{entry['Icon']}.svg"
         self.assertTrue(icon.is_file())
         self.assertEqual(entry["DBusActivatable"], "true")
+
+    def test_the_icon_is_there_in_every_size_and_nothing_else_beside_it(self):
+        theme = self.prefix / "share/icons/hicolor"
+        expected = {f"{side}x{side}/apps/{NAME}.png" for side in ICON_SIZES} | {f"scalable/apps/{NAME}.svg"}
+        found = {str(path.relative_to(theme)) for path in theme.rglob("*") if path.is_file()}
+        self.assertEqual(found, expected)
+        for side in ICON_SIZES:
+            self.assertEqual(png_size(theme / f"{side}x{side}/apps/{NAME}.png"), (side, side))
+
+    def test_the_pages_are_where_the_program_looks_for_them(self):
+        folder = self.prefix / "bin" / "../share/larkspool/help"
+        self.assertEqual(sorted(path.name for path in folder.iterdir()), ["index.html", "privacy.html"])
+        for page in folder.iterdir():
+            self.assertTrue(page.read_text(encoding="utf-8").startswith("<!DOCTYPE html>"), page)
 
     def test_the_service_file_names_the_installed_program(self):
         service = keys(self.service_file, "D-BUS Service")

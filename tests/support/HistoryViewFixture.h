@@ -55,11 +55,9 @@ protected:
             name, separator, QString(), QString(), QString(), QString(), order, false));
     }
 
-    void setPreference(const QByteArray &key, const QByteArray &value)
+    void setPreference(const char *key, const char *value)
     {
-        QFile file(preferencesPath());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("[General]\n" + key + '=' + value + '\n');
+        m_defaults.setString(QString::fromLatin1(key), QString::fromLatin1(value));
     }
 
     /// The view, shown for the first time.

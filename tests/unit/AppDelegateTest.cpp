@@ -1,11 +1,13 @@
 #include "app/AppDelegate.h"
 
 #include "app/FloatingPanel.h"
+#include "app/SettingsWindow.h"
 #include "base/Notifications.h"
 #include "fakes/FakeAppearance.h"
 #include "fakes/FakeEventPoster.h"
 #include "fakes/FakeHotKeyCenter.h"
 #include "fakes/FakeLocalEvents.h"
+#include "fakes/FakeLoginItem.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeScriptingService.h"
@@ -15,10 +17,12 @@
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualMainQueue.h"
 #include "support/CapturedConsole.h"
+#include "support/Waiting.h"
 #include "ui/history/ClipboardHistoryView.h"
 
 #include <QDir>
 #include <QFile>
+#include <QPointer>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -28,8 +32,9 @@ using namespace std::chrono_literals;
 namespace
 {
 
-constexpr quint32 V = 9;
-constexpr quint32 B = 11;
+constexpr quint16 V = 9;
+constexpr quint16 B = 11;
+constexpr quint16 ReturnCode = 36;
 constexpr quint32 CommandShift = CommandKey | ShiftKey;
 
 /// The program on a desktop in memory.
@@ -57,6 +62,7 @@ protected:
         poster->isTrusted = isTrusted;
         scripting = give<FakeScriptingService>(ports.scripting);
         events = give<FakeLocalEvents>(ports.localEvents);
+        loginItem = give<FakeLoginItem>(ports.loginItem);
         give<FakeSystemSound>(ports.systemSound);
         screens = give<FakeScreens>(ports.screens);
         statusBar = give<FakeStatusBar>(ports.statusBar);
@@ -95,6 +101,7 @@ protected:
     /// The Return key in the panel.
     void pick() const { delegate->historyView()->paste(delegate->historyView()->selectedIndex()); }
     bool isShown() const { return delegate->panel()->isVisible(); }
+    void openSettings() const { delegate->notifications().post(notification::openSettings()); }
     void pressHotKey() const { hotKeys->press(V, CommandShift); }
 
     ManualMainQueue queue;
@@ -108,6 +115,7 @@ protected:
     FakeEventPoster *poster = nullptr;
     FakeScriptingService *scripting = nullptr;
     FakeLocalEvents *events = nullptr;
+    FakeLoginItem *loginItem = nullptr;
     FakeScreens *screens = nullptr;
     FakeStatusBar *statusBar = nullptr;
 
@@ -188,10 +196,158 @@ TEST_F(Controller, AReloadedHotKeyReplacesTheOldOne)
 {
     launch();
     writePreferences(R"(hotkeyCombo={"keyCode":11,"modifiers":768})");
-    delegate->notifications().post(notification::reloadHotkey());
+    const std::set<FakeHotKeyCenter::Combination> replaced{{B, CommandShift}};
+    EXPECT_TRUE(waitUntil([&] {
+        delegate->notifications().post(notification::reloadHotkey());
+        return hotKeys->registered() == replaced;
+    }));
+    hotKeys->press(B, CommandShift);
+    EXPECT_TRUE(isShown());
+}
+
+// Settings
+
+TEST_F(Controller, TheSettingsReplaceThePanelAfterAMoment)
+{
+    launch();
+    pressHotKey();
+    CapturedConsole console;
+    openSettings();
+    EXPECT_EQ(console.output(), "[Larkspool] openSettings called\n");
+    EXPECT_FALSE(isShown());
+    EXPECT_FALSE(delegate->settingsWindow()->isVisible());
+    queue.advanceBy(99ms);
+    EXPECT_FALSE(delegate->settingsWindow()->isVisible());
+    queue.advanceBy(1ms);
+    EXPECT_EQ(console.output(), "[Larkspool] openSettings called\n[Larkspool] Showing settings window\n");
+    const SettingsWindow *const window = delegate->settingsWindow();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->title(), QStringLiteral("Larkspool Settings"));
+    EXPECT_EQ(window->geometry(), QRect(720, 340, 480, 400));
+    EXPECT_TRUE(window->flags() & Qt::WindowStaysOnTopHint);
+}
+
+TEST_F(Controller, AVisibleSettingsWindowIsReused)
+{
+    launch();
+    openSettings();
+    queue.advanceBy(100ms);
+    const SettingsWindow *const first = delegate->settingsWindow();
+    openSettings();
+    queue.advanceBy(100ms);
+    EXPECT_EQ(delegate->settingsWindow(), first);
+    EXPECT_TRUE(first->isVisible());
+}
+
+TEST_F(Controller, AClosedSettingsWindowIsReplaced)
+{
+    launch();
+    for (int i = 0; i < 3; ++i) {
+        openSettings();
+        queue.advanceBy(100ms);
+        const QPointer<SettingsWindow> window = delegate->settingsWindow();
+        ASSERT_TRUE(window && window->isVisible());
+        window->close();
+        queue.advanceBy(1ms);
+        EXPECT_FALSE(window);
+        EXPECT_EQ(delegate->settingsWindow(), nullptr);
+    }
+}
+
+TEST_F(Controller, TheSettingsOpenWithoutAStore)
+{
+    CapturedConsole console;
+    storePath = QStringLiteral("/dev/null/larkspool.sqlite");
+    launch();
+    openSettings();
+    queue.advanceBy(100ms);
+    EXPECT_TRUE(delegate->settingsWindow()->isVisible());
+    EXPECT_EQ(delegate->settingsWindow()->view().categoryManager(), nullptr);
+}
+
+TEST_F(Controller, TheHotKeyIsFreeWhileAnotherIsRecordedAndBackAfterwards)
+{
+    launch();
+    openSettings();
+    ShortcutRecorderView &recorder = *delegate->settingsWindow()->view().shortcutRecorder();
+    recorder.startRecording();
+    EXPECT_TRUE(hotKeys->registered().empty());
+    recorder.stopRecording();
+    EXPECT_EQ(hotKeys->registered(), (std::set<FakeHotKeyCenter::Combination>{{V, CommandShift}}));
+}
+
+TEST_F(Controller, ARecordedHotKeyWorksAtOnce)
+{
+    launch();
+    openSettings();
+    queue.advanceBy(100ms);
+    delegate->settingsWindow()->view().shortcutRecorder()->startRecording();
+    events->press({.keyCode = B, .position = B, .hotKeyModifiers = CommandShift});
     EXPECT_EQ(hotKeys->registered(), (std::set<FakeHotKeyCenter::Combination>{{B, CommandShift}}));
     hotKeys->press(B, CommandShift);
     EXPECT_TRUE(isShown());
+}
+
+TEST_F(Controller, ARefusedRecordingPrintsOneLineAndShowsWhatIsStored)
+{
+    launch();
+    openSettings();
+    hotKeys->takeElsewhere(B, CommandShift);
+    ShortcutRecorderView &recorder = *delegate->settingsWindow()->view().shortcutRecorder();
+    recorder.startRecording();
+    CapturedConsole console;
+    events->press({.keyCode = B, .position = B, .hotKeyModifiers = CommandShift});
+    EXPECT_EQ(console.output(), "Failed to register hotkey: -9878\n");
+    EXPECT_EQ(recorder.displayString(), QStringLiteral("⌘ ⇧ B"));
+}
+
+TEST_F(Controller, ClosingTheSettingsEndsARecording)
+{
+    launch();
+    openSettings();
+    queue.advanceBy(100ms);
+    delegate->settingsWindow()->view().shortcutRecorder()->startRecording();
+    delegate->settingsWindow()->close();
+    queue.advanceBy(1ms);
+    EXPECT_EQ(hotKeys->registered(), (std::set<FakeHotKeyCenter::Combination>{{V, CommandShift}}));
+    EXPECT_EQ(events->keyDownMonitorCount(), 1);
+}
+
+TEST_F(Controller, KeysInTheSettingsAreNotThePanels)
+{
+    launch();
+    copy("lark");
+    delegate->historyView()->startEditing(0);
+    openSettings();
+    queue.advanceBy(100ms);
+    ASSERT_TRUE(waitUntil([&] { return delegate->settingsWindow()->isActive(); }));
+    EXPECT_EQ(events->press(ReturnCode), LocalEventFate::PassedOn);
+    EXPECT_EQ(events->scroll(1), LocalEventFate::PassedOn);
+    delegate->settingsWindow()->close();
+    queue.advanceBy(1ms);
+    EXPECT_EQ(events->press(ReturnCode), LocalEventFate::Consumed);
+}
+
+TEST_F(Controller, APreferenceThatIsSetIsSeenInThePanelAtOnce)
+{
+    launch();
+    openSettings();
+    delegate->settingsWindow()->view().setBorderColorHex(QStringLiteral("#FFFFFF"));
+    EXPECT_EQ(delegate->historyView()->borderColor(), QColor(Qt::white));
+}
+
+TEST_F(Controller, ThePagesOpenInTheBrowser)
+{
+    launch();
+    QList<QUrl> opened;
+    delegate->openPage = [&](const QUrl &page) { opened.append(page); };
+    openSettings();
+    delegate->settingsWindow()->view().openWebsite();
+    delegate->settingsWindow()->view().openPrivacyPolicy();
+    ASSERT_EQ(opened.size(), 2);
+    EXPECT_TRUE(opened[0].isLocalFile());
+    EXPECT_TRUE(QFile::exists(opened[0].toLocalFile()));
+    EXPECT_TRUE(opened[1].toLocalFile().endsWith(QStringLiteral("privacy.html")));
 }
 
 TEST_F(Controller, TheUserIsAskedForThePermissionOnceAndToldWhenItIsMissing)

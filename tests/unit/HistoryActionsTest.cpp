@@ -575,7 +575,7 @@ TEST_F(HistoryActions, TheBorderIsThePreferredColourOrOrange)
 {
     const auto view = makeView();
     EXPECT_EQ(view->borderColor(), QColor(0xff, 0x8c, 0x00));
-    setPreference("borderColorHex", "\"#34C759\"");
+    setPreference("borderColorHex", "#34C759");
     EXPECT_EQ(view->borderColor(), QColor(0x34, 0xc7, 0x59));
     setPreference("borderColorHex", "blue");
     EXPECT_EQ(view->borderColor(), QColor(0xff, 0x8c, 0x00));

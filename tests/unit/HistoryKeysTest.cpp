@@ -15,7 +15,8 @@ std::vector<State> allStates()
     std::vector<State> states;
     for (int bits = 0; bits < 128; ++bits) {
         for (const int selected : {0, 1, 2, 5}) {
-            for (const CategorySearchKey searchKey : {CategorySearchKey::Tab, CategorySearchKey::Slash}) {
+            for (const CategorySearchKey searchKey :
+                {CategorySearchKey::Tab, CategorySearchKey::Slash, CategorySearchKey::Neither}) {
                 states.push_back({.isEditing = (bits & 1) != 0,
                     .isCreating = (bits & 2) != 0,
                     .isCombining = (bits & 4) != 0,
@@ -47,6 +48,7 @@ std::string describe(const State &state)
     add(state.hasFilter, "filter");
     text += " " + std::to_string(state.selectedCount) + " selected";
     add(state.categorySearchKey == CategorySearchKey::Slash, "slash");
+    add(state.categorySearchKey == CategorySearchKey::Neither, "neither");
     return text;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/ApplicationEvents.h"
 
+#include "platform/HotKeyCenter.h"
 #include "platform/linux/KeyCodes.h"
 
 #include <QGuiApplication>
@@ -56,6 +57,43 @@ EventModifier modifiersOf(Qt::KeyboardModifiers held)
     if (held & Qt::AltModifier)
         modifiers = modifiers | EventModifier::Option;
     return modifiers;
+}
+
+quint32 hotKeyModifiersOf(Qt::KeyboardModifiers held)
+{
+    quint32 modifiers = 0;
+    if (held & Qt::MetaModifier)
+        modifiers |= CommandKey;
+    if (held & Qt::ShiftModifier)
+        modifiers |= ShiftKey;
+    if (held & Qt::AltModifier)
+        modifiers |= OptionKey;
+    if (held & Qt::ControlModifier)
+        modifiers |= ControlKey;
+    return modifiers;
+}
+
+bool isModifier(int key)
+{
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+    case Qt::Key_Hyper_L:
+    case Qt::Key_Hyper_R:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+    case Qt::Key_ScrollLock:
+    case Qt::Key_Mode_switch:
+    case Qt::Key_Multi_key:
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace
@@ -128,11 +166,19 @@ std::unique_ptr<LocalEvents::Monitor> ApplicationEvents::addScrollMonitor(Scroll
 
 LocalKeyEvent ApplicationEvents::keyEvent(const QKeyEvent &event)
 {
-    quint16 keyCode = namedKeyCode(event.key());
     const auto scanCode = static_cast<quint16>(event.nativeScanCode());
-    if (keyCode == NoKey && scanCode >= keycodes::XkbOffset)
-        keyCode = keycodes::virtualKeyCode(scanCode - keycodes::XkbOffset).value_or(NoKey);
-    return {.keyCode = keyCode, .modifiers = modifiersOf(event.modifiers()), .characters = event.text()};
+    const auto position = scanCode >= keycodes::XkbOffset
+        ? keycodes::virtualKeyCode(scanCode - keycodes::XkbOffset)
+        : std::nullopt;
+    quint16 keyCode = namedKeyCode(event.key());
+    if (keyCode == NoKey)
+        keyCode = position.value_or(NoKey);
+    return {.keyCode = keyCode,
+        .modifiers = modifiersOf(event.modifiers()),
+        .characters = event.text(),
+        .isRepeat = event.isAutoRepeat(),
+        .position = position,
+        .hotKeyModifiers = hotKeyModifiersOf(event.modifiers())};
 }
 
 LocalScrollEvent ApplicationEvents::scrollEvent(const QWheelEvent &event)
@@ -152,8 +198,10 @@ bool ApplicationEvents::eventFilter(QObject *watched, QEvent *event)
     // A window passes its events on to its items, which come by here as well.
     if (!watched->isWindowType())
         return false;
-    if (event->type() == QEvent::KeyPress)
-        return m_keyHandlers->ask(keyEvent(static_cast<QKeyEvent &>(*event))) == LocalEventFate::Consumed;
+    if (event->type() == QEvent::KeyPress) {
+        const auto &press = static_cast<QKeyEvent &>(*event);
+        return !isModifier(press.key()) && m_keyHandlers->ask(keyEvent(press)) == LocalEventFate::Consumed;
+    }
     if (event->type() == QEvent::Wheel)
         return m_scrollHandlers->ask(scrollEvent(static_cast<QWheelEvent &>(*event))) ==
             LocalEventFate::Consumed;

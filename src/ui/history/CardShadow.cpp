@@ -130,10 +130,20 @@ void draw(QPainter &painter, const QRect &box, const Look &look)
         painter.drawImage(QRect(whole.left() + corner, y, middle, band), picture, {corner, from, 1, band});
         painter.drawImage(right, y, picture, last, from, corner, band);
     }
-    const int height = whole.height() - 2 * band;
-    painter.drawImage(QRect(whole.left(), whole.top() + band, band, height), picture, {0, corner, band, 1});
-    painter.drawImage(QRect(whole.right() + 1 - band, whole.top() + band, band, height), picture,
-        {picture.width() - band, corner, band, 1});
+    // Where the blur reaches further than the corners, the sides are not even before it ends.
+    const int uneven = qBound(0, (whole.height() - 2 * band) / 2, corner - band);
+    const int height = whole.height() - 2 * (band + uneven);
+    for (const bool isLeft : {true, false}) {
+        const int x = isLeft ? whole.left() : whole.right() + 1 - band;
+        const int from = isLeft ? 0 : picture.width() - band;
+        painter.drawImage(
+            QRect(x, whole.top() + band + uneven, band, height), picture, {from, corner, band, 1});
+        if (uneven == 0)
+            continue;
+        painter.drawImage(x, whole.top() + band, picture, from, band, band, uneven);
+        painter.drawImage(x, whole.bottom() + 1 - band - uneven, picture, from,
+            picture.height() - band - uneven, band, uneven);
+    }
 }
 
 } // namespace shadow

@@ -10,20 +10,14 @@ Item {
 
     required property ClipboardHistoryView view
 
-    height: 24
+    height: Theme.chipHeight
 
-    ListView {
+    ChipList {
         id: chips
 
         anchors.left: parent.left
         anchors.right: hint.left
         anchors.rightMargin: 12
-        height: parent.height
-        orientation: ListView.Horizontal
-        spacing: 8
-        clip: true
-        interactive: contentWidth > width
-        boundsBehavior: Flickable.StopAtBounds
         model: bar.view.categories
 
         delegate: CategoryChip {

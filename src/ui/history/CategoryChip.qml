@@ -14,8 +14,8 @@ Rectangle {
 
     signal clicked
 
-    width: sign.width + label.implicitWidth + 25
-    height: 24
+    width: Math.min(sign.width + label.implicitWidth + 25, 220)
+    height: Theme.chipHeight
     radius: Theme.chipRadius
     color: isChosen ? categoryColor : Theme.dimmedCategoryColor(categoryColor)
 
@@ -41,9 +41,13 @@ Rectangle {
 
         anchors.left: sign.right
         anchors.leftMargin: 5
+        anchors.right: parent.right
+        anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         text: chip.name
         textFormat: Text.PlainText
+        maximumLineCount: 1
+        elide: Text.ElideRight
         color: chip.ink
         font.pixelSize: 12
         font.weight: Font.DemiBold

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/history/LiveQueryModel.h"
+#include "store/LiveQueryModel.h"
 
 #include <QtQml/qqmlregistration.h>
 

@@ -29,17 +29,11 @@ Row {
         onEdited: text => bar.view.categorySearchText = text
     }
 
-    ListView {
+    ChipList {
         id: matching
 
         anchors.verticalCenter: parent.verticalCenter
         width: bar.width - field.width - bar.spacing
-        height: 24
-        orientation: ListView.Horizontal
-        spacing: 8
-        clip: true
-        interactive: contentWidth > width
-        boundsBehavior: Flickable.StopAtBounds
         model: bar.view.matchingCategories
         currentIndex: bar.view.categorySearchIndex
         highlightMoveDuration: Theme.quick

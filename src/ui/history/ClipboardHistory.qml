@@ -62,6 +62,7 @@ FocusScope {
 
         function onWasReset() {
             headerMenu.close()
+            rowMenu.close()
             list.showBeginning()
         }
     }
@@ -85,7 +86,7 @@ FocusScope {
         count: list.count
         onMenuRequested: button => {
             const corner = root.mapFromItem(button, 0, button.height + 4)
-            headerMenu.openAt(corner.x, corner.y)
+            headerMenu.openBeside(corner.x + button.width, corner.x, corner.y)
         }
     }
 
@@ -103,11 +104,11 @@ FocusScope {
         id: createCard
 
         anchors.top: separator.bottom
-        anchors.topMargin: active ? Theme.listMargin : 0
+        anchors.topMargin: active ? Theme.listMargin - Theme.highlightBeyond : 0
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.leftMargin: Theme.listSide
-        anchors.rightMargin: Theme.listSide
+        anchors.leftMargin: Theme.highlightSide
+        anchors.rightMargin: Theme.highlightSide
         active: root.view.isCreatingNew
         onLoaded: (item as ItemEditor).takeFocus()
 
@@ -126,10 +127,11 @@ FocusScope {
         id: list
 
         anchors.top: root.view.isCreatingNew ? createCard.bottom : separator.bottom
+        anchors.topMargin: root.view.isCreatingNew ? Theme.highlightBeyond : 0
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.bottomMargin: 2
+        anchors.bottomMargin: 1
         view: root.view
         onMenuRequested: (row, x, y) => {
             const place = root.mapFromItem(list, x, y)
@@ -166,26 +168,10 @@ FocusScope {
         onClosed: root.restoreFocus()
     }
 
-    // What lies below is out of reach while entries are combined.
-    MouseArea {
+    CombineLayer {
         anchors.fill: parent
-        visible: root.view.combinePanel !== null
-        hoverEnabled: true
-        onClicked: root.view.combinePanel.cancel()
-    }
-
-    Loader {
-        anchors.horizontalCenter: parent.horizontalCenter
-        y: 164 // its height changes with the template
-        active: root.view.combinePanel !== null
-        onActiveChanged: {
-            if (!active)
-                root.restoreFocus()
-        }
-
-        sourceComponent: CombinePanelView {
-            panel: root.view.combinePanel
-        }
+        panel: root.view.combinePanel
+        onClosed: root.restoreFocus()
     }
 
     // On its own, over the fill: where windows are not composed, a thin line over nothing would be black.

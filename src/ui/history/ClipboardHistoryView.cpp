@@ -32,6 +32,7 @@ ClipboardHistoryView::ClipboardHistoryView(const Surroundings &surroundings, Ite
     m_filteredItems.onChanged = [this] { itemsChanged(); };
     m_categories.onChanged = [this] { categoriesChanged(); };
     surroundings.appearance.onChanged = [this] { Q_EMIT appearanceChanged(); };
+    connect(&surroundings.defaults, &UserDefaults::changed, this, &ClipboardHistoryView::preferencesChanged);
     m_panelWillShow =
         surroundings.notifications.addObserver(notification::panelWillShow(), [this] { resetState(); });
 }
@@ -156,9 +157,7 @@ void ClipboardHistoryView::setNewItemText(const QString &text)
 
 QColor ClipboardHistoryView::borderColor() const
 {
-    const QString text =
-        m_surroundings.defaults.string(QStringLiteral("borderColorHex"), QStringLiteral("#FF8C00"));
-    const auto color = Color::hex(text);
+    const auto color = Color::hex(m_surroundings.defaults.value(preference::BorderColorHex));
     return color ? QColor::fromRgbF(float(color->red), float(color->green), float(color->blue))
                  : QColor::fromRgb(Orange);
 }
@@ -242,7 +241,6 @@ void ClipboardHistoryView::resetState()
     closeCombinePanel();
     m_search.forgetFoldedTexts();
     m_filteredItems.refreshAges();
-    Q_EMIT preferencesChanged();
     Q_EMIT wasReset();
     for (const auto delay : FocusClaims)
         m_surroundings.queue.asyncAfter(delay, m_lifetime.guard([this] { claimFocus(); }));

@@ -24,6 +24,10 @@ Item {
     required property string sourceApp
     required property bool isPinned
     property bool isSelected: false
+    /// One of several that the user has chosen.
+    property bool isMultiSelected: false
+    /// Something about the entry that the user is to know, said while it is selected.
+    property string notice: ""
     property color selectionColor: Theme.selection
     /// Scales the card, besides what it does itself when it is selected or hovered.
     property real scaleFactor: 1
@@ -169,11 +173,23 @@ Item {
                     RowActions {
                         width: actions.width
                         isPinned: row.isPinned
+                        notice: row.notice
                         cardScale: row.cardScale
                         onPin: row.pin()
                         onRemove: row.remove()
                     }
                 }
+            }
+        }
+
+        Repeater {
+            model: row.isMultiSelected ? 1 : 0
+
+            SelectionMark {
+                anchors.right: card.right
+                anchors.top: card.top
+                markColor: row.selectionColor
+                cardScale: row.cardScale
             }
         }
     }

@@ -25,7 +25,7 @@ RoundedBox {
         boundsBehavior: Flickable.StopAtBounds
 
         function reveal(top: real, bottom: real) {
-            contentY = Math.max(Math.min(contentY, top), bottom - height)
+            contentY = Math.max(0, Math.min(contentY, top), bottom - height)
         }
 
         Column {
@@ -54,9 +54,17 @@ RoundedBox {
                 Accessible.name: edit.text
                 Accessible.readOnly: true
 
+                LineHeight {
+                    document: edit.textDocument
+                    pixels: Theme.combinePreviewLine
+                }
+
                 onTextChanged: view.contentY = 0
                 // A selection that is drawn out of sight takes the view along.
-                onCursorRectangleChanged: view.reveal(edit.y + cursorRectangle.y, edit.y + cursorRectangle.y + cursorRectangle.height + 20)
+                onCursorRectangleChanged: {
+                    const bottom = edit.y + cursorRectangle.y + cursorRectangle.height
+                    view.reveal(bottom - Theme.combinePreviewLine, bottom + 20)
+                }
             }
 
             Text {

@@ -15,6 +15,15 @@ QRect onPixels(const QRectF &place)
     return {qRound(place.left()), qRound(place.top()), qRound(place.width()), qRound(place.height())};
 }
 
+bool isClipped(const QQuickItem &item)
+{
+    for (const QQuickItem *around = item.parentItem(); around; around = around->parentItem()) {
+        if (around->clip())
+            return true;
+    }
+    return false;
+}
+
 /// Draws the item with the painter of the scene.
 class PainterNode : public QSGRenderNode
 {
@@ -26,10 +35,13 @@ public:
 
     void render(const RenderState *state) override
     {
+        const QRegion *const clip = state->clipRegion();
+        // An empty region is what there is without a clip, and what a clip leaves of an item beyond it.
+        if (clip && clip->isEmpty() && isClipped(m_item))
+            return;
         QQuickWindow *const window = m_item.window();
         auto *const painter = static_cast<QPainter *>(
             window->rendererInterface()->getResource(window, QSGRendererInterface::PainterResource));
-        const QRegion *const clip = state->clipRegion();
         if (clip && !clip->isEmpty())
             painter->setClipRegion(*clip, Qt::ReplaceClip);
         const qreal pixelRatio = painter->device()->devicePixelRatio();

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Larkspool.History
 import Larkspool.Style
 
 /// What stands in place of the list when there is nothing in it.
@@ -16,10 +17,22 @@ Item {
         visible: !root.isFirstStart
         spacing: 6
 
+        Symbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            name: root.isSearching ? "magnifyingglass" : "line.3.horizontal.decrease.circle.fill"
+            size: 32
+            color: Theme.tertiaryText
+        }
+
+        Item {
+            width: 1
+            height: 4
+        }
+
         Text {
             anchors.horizontalCenter: parent.horizontalCenter
             text: qsTr("No items found")
-            color: Theme.secondaryText
+            color: Theme.primaryText
             font.pixelSize: 15
             font.weight: Font.DemiBold
         }
@@ -27,27 +40,32 @@ Item {
         Text {
             anchors.horizontalCenter: parent.horizontalCenter
             text: root.isSearching ? qsTr("Try a different search term") : qsTr("Copy something to get started")
-            color: Theme.tertiaryText
+            color: Theme.secondaryText
             font.pixelSize: 12
         }
     }
 
-    Rectangle {
+    CardFace {
         anchors.centerIn: parent
         visible: root.isFirstStart
         width: 420
-        height: welcome.height + 56
-        radius: Theme.cardRadius
+        height: Math.ceil(welcome.height) + 64
         color: Theme.card
-        border.width: 1
-        border.color: Theme.cardBorder
+        sidebarColor: Theme.card
+        sidebarWidth: Theme.cardRadius
+        radius: Theme.cardRadius
+        borderColor: Theme.cardBorder
+        borderWidth: Theme.cardBorderWidth
+        shadowColor: Qt.alpha("black", Theme.shadowOpacity)
+        shadowRadius: Theme.shadowRadius
+        shadowOffset: Theme.shadowOffset
 
         Column {
             id: welcome
 
             anchors.centerIn: parent
             width: parent.width - 64
-            spacing: 18
+            spacing: 20
 
             Symbol {
                 anchors.horizontalCenter: parent.horizontalCenter

@@ -12,6 +12,15 @@ constexpr double ScrollThreshold = 20.0;
 /// A field takes the focus, and a first text, once it is there.
 constexpr std::chrono::milliseconds FieldDelay{100};
 
+historykeys::CategorySearchKey categorySearchKey(const UserDefaults &defaults)
+{
+    using historykeys::CategorySearchKey;
+    const QString key = defaults.value(preference::CategorySearchKey);
+    if (key == QLatin1String("tab"))
+        return CategorySearchKey::Tab;
+    return key == QLatin1String("slash") ? CategorySearchKey::Slash : CategorySearchKey::Neither;
+}
+
 } // namespace
 
 void ClipboardHistoryView::appear()
@@ -31,9 +40,6 @@ void ClipboardHistoryView::disappear()
 
 historykeys::State ClipboardHistoryView::keyState() const
 {
-    const QString searchKey =
-        m_surroundings.defaults.string(QStringLiteral("categorySearchKey"), QStringLiteral("tab"));
-    using historykeys::CategorySearchKey;
     return {.isEditing = m_editingItemId.has_value(),
         .isCreating = m_isCreatingNew,
         .isCombining = showCombinePanel(),
@@ -42,8 +48,7 @@ historykeys::State ClipboardHistoryView::keyState() const
         .hasSearchText = !m_searchText.isEmpty(),
         .hasFilter = hasFilter(),
         .selectedCount = selectedCount(),
-        .categorySearchKey =
-            searchKey == QLatin1String("slash") ? CategorySearchKey::Slash : CategorySearchKey::Tab};
+        .categorySearchKey = categorySearchKey(m_surroundings.defaults)};
 }
 
 LocalEventFate ClipboardHistoryView::keyDown(const LocalKeyEvent &event)
@@ -152,7 +157,7 @@ void ClipboardHistoryView::performEditing(Action action)
 
 void ClipboardHistoryView::click()
 {
-    if (m_surroundings.defaults.boolean(QStringLiteral("playSoundOnNavigate"), true))
+    if (m_surroundings.defaults.value(preference::PlaySoundOnNavigate))
         m_surroundings.sound.playNavigationClick();
 }
 

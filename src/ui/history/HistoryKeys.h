@@ -10,8 +10,8 @@
 namespace historykeys
 {
 
-/// Which key opens the category search.
-enum class CategorySearchKey { Tab, Slash };
+/// Which key opens the category search; none does while the preference holds some other text.
+enum class CategorySearchKey { Tab, Slash, Neither };
 
 /// What is open in the panel, as far as the keys care.
 struct State {

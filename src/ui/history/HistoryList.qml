@@ -10,13 +10,15 @@ ListView {
 
     required property ClipboardHistoryView view
 
+    readonly property int largestShift: 2 * (Theme.highlightSpacing + Theme.neighbourSpacing)
+
     signal menuRequested(int row, real x, real y)
 
     leftMargin: Theme.listSide
     rightMargin: Theme.listSide
     topMargin: Theme.listMargin
-    bottomMargin: Theme.listMargin
-    spacing: 14
+    bottomMargin: Theme.listMargin + largestShift
+    spacing: Theme.listSpacing
     clip: true
     focus: true
     keyNavigationEnabled: false
@@ -27,7 +29,9 @@ ListView {
     highlightMoveVelocity: -1
     highlightRangeMode: ListView.ApplyRange
     preferredHighlightBegin: Theme.listMargin
-    preferredHighlightEnd: height - Theme.listMargin
+    preferredHighlightEnd: height - Theme.listMargin - largestShift / 2
+    // A row that is moved down may be in sight though its place is not.
+    displayMarginBeginning: largestShift
     reuseItems: true
     boundsBehavior: Flickable.StopAtBounds
 
@@ -49,6 +53,18 @@ ListView {
         if (distance === 2)
             return 1.01
         return Math.max(0.96, 1 - 0.008 * distance)
+    }
+
+    /// How far a row lies below its place, for the highlighted card and its neighbours to have more room.
+    function shiftForIndex(index: int): real {
+        const highlighted = list.view.selectedIndex
+        let shift = 0
+        // Of the gaps below these rows, those above this one.
+        for (let row = Math.max(0, highlighted - 2); row < Math.min(index, highlighted + 2); ++row) {
+            const isBesideIt = row === highlighted - 1 || row === highlighted
+            shift += isBesideIt ? Theme.highlightSpacing : Theme.neighbourSpacing
+        }
+        return shift
     }
 
     onActiveFocusChanged: {
@@ -78,8 +94,20 @@ ListView {
         readonly property bool isMultiSelected: list.view.selectedCount > 0 && list.view.isMultiSelected(place.index)
 
         width: list.width - list.leftMargin - list.rightMargin
-        height: isEdited ? editor.height : row.height
+        height: isEdited ? editor.height - 2 * Theme.highlightBeyond : row.height
         z: row.z
+        transform: Translate {
+            y: list.shiftForIndex(place.index)
+
+            Behavior on y {
+                enabled: place.visible
+
+                NumberAnimation {
+                    duration: Theme.quick
+                    easing.type: Easing.OutQuad
+                }
+            }
+        }
 
         // A row that waits to be used again is still among the list's children, and would be read out.
         ListView.onPooled: visible = false
@@ -114,35 +142,14 @@ ListView {
             sourceApp: place.sourceApp
             isPinned: place.isPinned
             isSelected: place.index === list.view.selectedIndex
+            isMultiSelected: place.isMultiSelected
+            notice: isSelected ? list.view.editRefusal : ""
             scaleFactor: list.scaleForIndex(place.index)
             selectionColor: list.view.borderColor
             onSelect: modifiers => list.view.select(place.index, modifiers)
             onPaste: list.view.paste(place.index)
             onPin: list.view.togglePin(place.index)
             onRemove: list.view.deleteItem(place.index)
-        }
-
-        Symbol {
-            anchors.right: parent.right
-            anchors.top: parent.top
-            anchors.margins: 10
-            visible: place.isMultiSelected && !place.isEdited
-            z: 3
-            name: visible ? "checkmark.circle.fill" : ""
-            size: 18
-            color: list.view.borderColor
-        }
-
-        Text {
-            anchors.left: parent.left
-            anchors.leftMargin: Theme.sidebarWidth + 14
-            anchors.bottom: parent.bottom
-            anchors.bottomMargin: 10
-            visible: row.isSelected && list.view.editRefusal !== ""
-            z: 3
-            text: list.view.editRefusal
-            color: Theme.destructive
-            font.pixelSize: 11
         }
 
         TapHandler {
@@ -157,7 +164,9 @@ ListView {
         Loader {
             id: editor
 
-            width: parent.width
+            x: Theme.highlightSide - Theme.listSide
+            y: -Theme.highlightBeyond
+            width: list.width - 2 * Theme.highlightSide
             active: place.isEdited
             // At once: a letter may come before the view gives it the focus.
             onLoaded: (item as ItemEditor).takeFocus()

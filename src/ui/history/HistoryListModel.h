@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Clock.h"
-#include "ui/history/LiveQueryModel.h"
+#include "store/LiveQueryModel.h"
 
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>

@@ -5,7 +5,7 @@ import Larkspool.History
 import Larkspool.Style
 
 /// A card with a text editor, for a new entry and for one that is changed.
-Rectangle {
+CardFace {
     id: card
 
     required property ClipboardHistoryView view
@@ -25,8 +25,14 @@ Rectangle {
     height: header.height + frame.height + 38
     radius: Theme.cardRadius
     color: Theme.selectedCard
-    border.width: 2
-    border.color: card.view.borderColor
+    // It has no bar at its side: the bar is of the same colour.
+    sidebarColor: Theme.selectedCard
+    sidebarWidth: Theme.cardRadius
+    borderWidth: Theme.selectedBorderWidth
+    borderColor: card.view.borderColor
+    shadowColor: Qt.alpha(card.view.borderColor, Theme.shadowOpacity)
+    shadowRadius: Theme.selectedShadowRadius
+    shadowOffset: Theme.selectedShadowOffset
 
     Accessible.role: Accessible.Grouping
     Accessible.name: card.title

@@ -18,7 +18,10 @@ Item {
     signal entered
     signal chosen
 
-    implicitWidth: label.implicitWidth + label.x + 30
+    /// What the label leaves free.
+    readonly property int rightSide: modelData.entries === undefined ? 10 : 24
+
+    implicitWidth: label.implicitWidth + label.x + rightSide
     height: isDivider ? 9 : 28
 
     Accessible.role: row.isDivider ? Accessible.Separator : Accessible.MenuItem
@@ -57,8 +60,10 @@ Item {
 
         x: row.hasMarks ? 26 : 10
         anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, row.width - x - row.rightSide)
         visible: !row.isDivider
         text: row.isDivider ? "" : row.modelData.text
+        elide: Text.ElideRight
         textFormat: Text.PlainText
         color: row.ink
         font.pixelSize: 13

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Larkspool.History
 import Larkspool.Style
 
 /// A menu over the panel. Entries are objects: `text`; `act`, what choosing it does; `isDestructive`; `isChecked`;
@@ -11,6 +12,9 @@ FocusScope {
     property var entries: []
     property int current: -1
     property string title: ""
+    /// Where its corner is to be, if there is room.
+    property point corner
+    property real widestRow: 0
     readonly property bool hasMarks: entries.some(entry => entry.isChecked !== undefined)
 
     signal closed
@@ -19,10 +23,18 @@ FocusScope {
     z: 10
 
     function openAt(x: real, y: real) {
+        openBeside(x, x, y)
+    }
+
+    /// To the right of `right`; when there is no room, to the left of `left`.
+    function openBeside(left: real, right: real, y: real) {
         current = -1
+        widestRow = 0
+        for (let index = 0; index < repeater.count; ++index)
+            widestRow = Math.max(widestRow, repeater.itemAt(index).implicitWidth)
+        const hasRoom = right + sheet.width + 8 <= width || left - sheet.width < 8
+        corner = Qt.point(hasRoom ? right : left - sheet.width, y)
         visible = true
-        sheet.x = Math.max(8, Math.min(x, width - sheet.width - 8))
-        sheet.y = Math.max(8, Math.min(y, height - sheet.height - 8))
         forceActiveFocus()
     }
 
@@ -54,6 +66,8 @@ FocusScope {
         } while (index >= 0 && index < entries.length && entries[index].isDivider)
         if (index >= 0 && index < entries.length)
             current = index
+        if (current >= 0)
+            page.reveal(repeater.itemAt(current))
     }
 
     Keys.onPressed: event => {
@@ -76,35 +90,60 @@ FocusScope {
         onPressed: menu.close()
     }
 
-    Rectangle {
+    CardFace {
         id: sheet
 
-        width: Math.max(150, rows.implicitWidth + 12)
-        height: rows.height + 12
+        // Its height is known when its rows have been laid out.
+        x: Math.max(8, Math.min(menu.corner.x, menu.width - width - 8))
+        y: Math.max(8, Math.min(menu.corner.y, menu.height - height - 8))
+        width: Math.min(Math.max(150, Math.ceil(menu.widestRow) + 12), menu.width - 16)
+        height: page.height + 12
         radius: 9
         color: Theme.menu
-        border.width: 1
-        border.color: Theme.menuBorder
+        sidebarColor: Theme.menu
+        sidebarWidth: 9
+        borderWidth: 1
+        borderColor: Theme.menuBorder
+        shadowColor: Qt.alpha("black", Theme.shadowOpacity)
+        shadowRadius: 16
+        shadowOffset: 4
 
         Accessible.role: Accessible.PopupMenu
         Accessible.name: menu.title
 
-        Column {
-            id: rows
+        Flickable {
+            id: page
 
             x: 6
             y: 6
             width: sheet.width - 12
+            height: Math.min(rows.height, menu.height - 28)
+            contentHeight: rows.height
+            clip: interactive
+            interactive: contentHeight > height
+            boundsBehavior: Flickable.StopAtBounds
 
-            Repeater {
-                model: menu.entries
+            function reveal(row: Item) {
+                contentY = Math.max(Math.min(contentY, row.y), row.y + row.height - height)
+            }
 
-                delegate: MenuRow {
-                    width: rows.width
-                    isCurrent: index === menu.current
-                    hasMarks: menu.hasMarks
-                    onEntered: menu.current = index
-                    onChosen: menu.choose(index)
+            Column {
+                id: rows
+
+                width: page.width
+
+                Repeater {
+                    id: repeater
+
+                    model: menu.entries
+
+                    delegate: MenuRow {
+                        width: rows.width
+                        isCurrent: index === menu.current
+                        hasMarks: menu.hasMarks
+                        onEntered: menu.current = index
+                        onChosen: menu.choose(index)
+                    }
                 }
             }
         }
@@ -127,7 +166,7 @@ FocusScope {
                 }
             }))
             item.title = menu.entries[index].text
-            item.openAt(sheet.x + sheet.width - 8, sheet.y + rows.children[index].y)
+            item.openBeside(sheet.x + 4, sheet.x + sheet.width - 4, sheet.y + repeater.itemAt(index).y - page.contentY)
         }
 
         Connections {

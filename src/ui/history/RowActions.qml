@@ -7,6 +7,7 @@ Item {
     id: actions
 
     required property bool isPinned
+    property string notice: ""
     required property real cardScale
 
     signal pin
@@ -15,6 +16,8 @@ Item {
     implicitHeight: Theme.rowButtonSize
 
     CardSymbol {
+        id: marker
+
         anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         visible: actions.isPinned
@@ -24,7 +27,24 @@ Item {
         color: Theme.pinMarker
     }
 
+    Text {
+        anchors.left: marker.visible ? marker.right : parent.left
+        anchors.leftMargin: marker.visible ? Theme.rowButtonSpacing : 0
+        anchors.right: buttons.left
+        anchors.rightMargin: Theme.pictureSpacing
+        anchors.verticalCenter: parent.verticalCenter
+        visible: text !== ""
+        text: actions.notice
+        textFormat: Text.PlainText
+        color: Theme.destructive
+        font.pixelSize: 11
+        maximumLineCount: 1
+        elide: Text.ElideRight
+    }
+
     Row {
+        id: buttons
+
         anchors.right: parent.right
         spacing: Theme.rowButtonSpacing
 

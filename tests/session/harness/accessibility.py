@@ -1,6 +1,7 @@
-"""The panel as a screen reader hears it.
+"""The program as a screen reader hears it.
 
-Run as a program, in the environment of a desktop, it prints the names of the rows of the list "History" as JSON.
+Run as a program, in the environment of a desktop, it prints what it hears as JSON: of "rows" the names of the rows of
+the list "History", of "nodes" everything that is visible.
 """
 
 import json
@@ -13,12 +14,41 @@ LIST = "History"
 
 def rows(desktop):
     """The names of the history's rows on the desktop, from top to bottom; nothing when there is no such list."""
-    return json.loads(desktop.run("/usr/bin/python3", pathlib.Path(__file__).resolve()))
+    return _heard(desktop, "rows")
+
+
+class Node:
+    """One thing of the program's that a screen reader knows."""
+
+    def __init__(self, facts):
+        self.role = facts["role"]
+        self.name = facts["name"]
+        self.description = facts["description"]
+        self.states = set(facts["states"])
+        self.x, self.y, self.width, self.height = facts["place"]
+
+    @property
+    def middle(self):
+        """On the screen, in pixels."""
+        return self.x + self.width // 2, self.y + self.height // 2
+
+    def __repr__(self):
+        return f"{self.role} {self.name!r} {sorted(self.states)}"
+
+
+def nodes(desktop, role=None, name=None):
+    """What is visible of the program's, or of that all with the role (such as "push button") and the name."""
+    heard = [Node(facts) for facts in _heard(desktop, "nodes") or []]
+    return [node for node in heard if role in (None, node.role) and name in (None, node.name)]
+
+
+def _heard(desktop, what):
+    return json.loads(desktop.run("/usr/bin/python3", pathlib.Path(__file__).resolve(), what))
 
 
 def _tree(node, depth=0):
     yield node
-    if depth > 12:
+    if depth > 20:
         return
     for i in range(node.get_child_count()):
         child = node.get_child_at_index(i)
@@ -46,12 +76,42 @@ def _names_from_top_to_bottom(history):
     return [row.get_name() for row in rows]
 
 
+def _rows_of(program, found):
+    history = _list_of(program)
+    return found if history is None else _names_from_top_to_bottom(history)
+
+
+STATES = ("CHECKED", "ENABLED", "FOCUSED", "SELECTED", "EDITABLE", "EXPANDED")
+
+
+def _facts(node):
+    from gi.repository import Atspi
+
+    states = node.get_state_set()
+    place = node.get_extents(Atspi.CoordType.SCREEN)
+    return {
+        "role": node.get_role_name(),
+        "name": node.get_name(),
+        "description": node.get_description(),
+        "states": [name.lower() for name in STATES if states.contains(getattr(Atspi.StateType, name))],
+        "place": [place.x, place.y, place.width, place.height],
+    }
+
+
+def _nodes_of(program, found):
+    from gi.repository import Atspi
+
+    visible = (node for node in _tree(program) if node.get_state_set().contains(Atspi.StateType.SHOWING))
+    return (found or []) + [_facts(node) for node in visible]
+
+
 def _main():
     import gi
 
     gi.require_version("Atspi", "2.0")
     from gi.repository import Atspi, GLib
 
+    look = {"rows": _rows_of, "nodes": _nodes_of}[sys.argv[1]]
     desktop = Atspi.get_desktop(0)
     found = None
     for i in range(desktop.get_child_count()):
@@ -59,9 +119,7 @@ def _main():
         if program is None or PROGRAM not in program.get_name().lower():
             continue
         try:
-            history = _list_of(program)
-            if history is not None:
-                found = _names_from_top_to_bottom(history)
+            found = look(program, found)
         except GLib.Error as failure:
             print(failure, file=sys.stderr)
     json.dump(found, sys.stdout)

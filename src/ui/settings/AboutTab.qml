@@ -1,0 +1,93 @@
+import QtQuick
+import Larkspool.Settings
+import Larkspool.Style
+
+Item {
+    id: page
+
+    required property SettingsView view
+
+    Column {
+        anchors.centerIn: parent
+        width: page.width - 2 * Theme.settingsMargin
+        spacing: 8
+
+        Item {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 100
+            height: 112
+
+            Image {
+                id: icon
+
+                width: 100
+                height: 100
+                source: "qrc:/larkspool/AppIcon.svg"
+                sourceSize: Qt.size(100, 100)
+
+                Accessible.role: Accessible.Graphic
+                Accessible.name: qsTr("Larkspool")
+            }
+
+            Symbol {
+                anchors.horizontalCenter: parent.horizontalCenter
+                y: 10
+                visible: icon.status === Image.Error
+                name: "clipboard.fill"
+                size: 80
+                color: Theme.accent
+            }
+        }
+
+        Text {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: qsTr("Larkspool")
+            color: Theme.primaryText
+            font.pixelSize: 22
+            font.weight: Font.Bold
+
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+
+        Text {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: qsTr("Version %1").arg(Qt.application.version)
+            color: Theme.secondaryText
+            font.pixelSize: Theme.formText
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        Text {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            bottomPadding: 10
+            text: qsTr("A modern clipboard history manager for macOS")
+            color: Theme.secondaryText
+            font.pixelSize: Theme.formText
+            wrapMode: Text.Wrap
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        Row {
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: 24
+
+            LinkButton {
+                text: qsTr("&Website")
+                onClicked: page.view.openWebsite()
+            }
+
+            LinkButton {
+                text: qsTr("&Privacy Policy")
+                onClicked: page.view.openPrivacyPolicy()
+            }
+        }
+    }
+}

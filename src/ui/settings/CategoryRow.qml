@@ -1,0 +1,135 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Larkspool.Settings
+import Larkspool.Style
+
+/// One category: its symbol on its colour, its name, and what can be done to it.
+Item {
+    id: row
+
+    required property int index
+    required property string name
+    required property color categoryColor
+    required property string icon
+    required property bool isDefault
+    required property CategoryManagerView manager
+    required property int count
+
+    signal tipRequested(button: T.AbstractButton, text: string)
+
+    height: 40
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: row.name
+    Accessible.description: row.isDefault ? qsTr("Default") : ""
+
+    Rectangle {
+        id: sign
+
+        x: Theme.groupPadding
+        anchors.verticalCenter: parent.verticalCenter
+        width: 26
+        height: 26
+        radius: 13
+        color: row.categoryColor
+
+        Symbol {
+            anchors.centerIn: parent
+            name: row.icon
+            size: 14
+            color: "white"
+        }
+    }
+
+    Text {
+        id: label
+
+        anchors.left: sign.right
+        anchors.leftMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, buttons.x - x - (badge.visible ? badge.width + 16 : 8))
+        text: row.name
+        textFormat: Text.PlainText
+        color: Theme.primaryText
+        font.pixelSize: Theme.formText
+        elide: Text.ElideRight
+        maximumLineCount: 1
+
+        Accessible.ignored: true
+    }
+
+    Rectangle {
+        id: badge
+
+        anchors.left: label.right
+        anchors.leftMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        width: badgeText.implicitWidth + 12
+        height: badgeText.implicitHeight + 4
+        visible: row.isDefault
+        radius: height / 2
+        color: Theme.control
+
+        Text {
+            id: badgeText
+
+            anchors.centerIn: parent
+            text: qsTr("Default")
+            color: Theme.secondaryText
+            font.pixelSize: 10
+
+            Accessible.ignored: true
+        }
+    }
+
+    Row {
+        id: buttons
+
+        anchors.right: parent.right
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 2
+
+        IconButton {
+            symbol: "chevron.up"
+            text: qsTr("Move Up")
+            symbolColor: row.index > 0 ? Theme.secondaryText : Theme.tertiaryText
+            onClicked: row.manager.moveCategory(row.index, -1)
+            onHoveredChanged: row.tipRequested(this, text)
+        }
+
+        IconButton {
+            symbol: "chevron.down"
+            text: qsTr("Move Down")
+            symbolColor: row.index < row.count - 1 ? Theme.secondaryText : Theme.tertiaryText
+            onClicked: row.manager.moveCategory(row.index, 1)
+            onHoveredChanged: row.tipRequested(this, text)
+        }
+
+        IconButton {
+            symbol: "pencil"
+            text: qsTr("Edit")
+            onClicked: row.manager.edit(row.index)
+            onHoveredChanged: row.tipRequested(this, text)
+        }
+
+        IconButton {
+            symbol: "trash"
+            text: qsTr("Delete")
+            symbolColor: Theme.deleteSymbol
+            onClicked: row.manager.deleteCategory(row.index)
+            onHoveredChanged: row.tipRequested(this, text)
+        }
+    }
+
+    Rectangle {
+        anchors.bottom: parent.bottom
+        x: Theme.groupPadding
+        width: parent.width - 2 * x
+        height: 1
+        visible: row.index < row.count - 1
+        color: Theme.separator
+    }
+}

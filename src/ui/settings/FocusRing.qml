@@ -1,0 +1,11 @@
+import QtQuick
+import Larkspool.Style
+
+/// Around a control that the keyboard has reached.
+Rectangle {
+    anchors.fill: parent
+    anchors.margins: -3
+    color: "transparent"
+    border.width: 2
+    border.color: Theme.focusRing
+}

@@ -1,0 +1,117 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Larkspool.Style
+
+/// A row of a form with one of several choices: objects with the `value` that is stored and the `text` that is shown.
+Item {
+    id: picker
+
+    required property string label
+    required property var choices
+    required property var value
+
+    signal chosen(value: var)
+
+    width: parent ? parent.width : 0
+    height: Theme.formRow
+
+    ControlText {
+        anchors.left: parent.left
+        anchors.right: box.left
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        label: picker.label
+    }
+
+    T.ComboBox {
+        id: box
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        width: 132
+        height: Theme.controlHeight
+        focusPolicy: Qt.StrongFocus
+        model: picker.choices
+        textRole: "text"
+        currentIndex: picker.choices.findIndex(choice => choice.value === picker.value)
+
+        Accessible.name: picker.label.replace("&", "")
+
+        onActivated: index => picker.chosen(picker.choices[index].value)
+
+        contentItem: ControlText {
+            leftPadding: 10
+            rightPadding: 24
+            verticalAlignment: Text.AlignVCenter
+            label: box.displayText
+        }
+
+        indicator: Symbol {
+            x: box.width - width - 8
+            y: (box.height - height) / 2
+            name: "chevron.down"
+            size: 11
+            color: Theme.secondaryText
+        }
+
+        background: Rectangle {
+            radius: Theme.controlRadius
+            color: box.hovered || box.down ? Theme.hoveredControl : Theme.control
+            border.width: 1
+            border.color: Theme.controlBorder
+
+            FocusRing {
+                visible: box.visualFocus
+                radius: Theme.controlRadius + 3
+            }
+        }
+
+        delegate: T.ItemDelegate {
+            id: entry
+
+            required property int index
+            required property var modelData
+
+            width: box.width - 8
+            height: Theme.controlHeight
+            highlighted: box.highlightedIndex === entry.index
+            text: entry.modelData.text
+
+            contentItem: ControlText {
+                leftPadding: 8
+                verticalAlignment: Text.AlignVCenter
+                label: entry.modelData.text
+                color: entry.highlighted ? "white" : Theme.primaryText
+            }
+
+            background: Rectangle {
+                radius: 4
+                color: entry.highlighted ? Theme.selection : "transparent"
+            }
+        }
+
+        popup: T.Popup {
+            y: box.height + 3
+            width: box.width
+            height: contentItem.implicitHeight + 8
+            padding: 4
+
+            contentItem: ListView {
+                clip: true
+                implicitHeight: contentHeight
+                model: box.popup.visible ? box.delegateModel : null
+                currentIndex: box.highlightedIndex
+                interactive: false
+            }
+
+            background: Rectangle {
+                radius: Theme.controlRadius + 2
+                color: Theme.menu
+                border.width: 1
+                border.color: Theme.menuBorder
+            }
+        }
+    }
+}

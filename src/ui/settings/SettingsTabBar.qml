@@ -1,0 +1,109 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Larkspool.Style
+
+/// The tabs of the settings. Keys: Left and Right on a tab, Ctrl+Tab and Ctrl+Page Down anywhere.
+T.TabBar {
+    id: bar
+
+    contentHeight: height
+    focus: true
+    focusPolicy: Qt.NoFocus
+
+    function step(distance: int) {
+        const next = Math.max(0, Math.min(count - 1, currentIndex + distance))
+        setCurrentIndex(next)
+        itemAt(next).forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    contentItem: ListView {
+        implicitWidth: contentWidth
+        model: bar.contentModel
+        currentIndex: bar.currentIndex
+        orientation: ListView.Horizontal
+        interactive: false
+        leftMargin: (width - contentWidth) / 2
+        spacing: 4
+    }
+
+    background: Rectangle {
+        color: Theme.toolbar
+
+        Rectangle {
+            anchors.bottom: parent.bottom
+            width: parent.width
+            height: 1
+            color: Theme.separator
+        }
+    }
+
+    Shortcut {
+        sequences: ["Ctrl+Tab", "Ctrl+PgDown"]
+        onActivated: bar.step(bar.currentIndex === bar.count - 1 ? 1 - bar.count : 1)
+    }
+
+    Shortcut {
+        sequences: ["Ctrl+Shift+Tab", "Ctrl+PgUp"]
+        onActivated: bar.step(bar.currentIndex === 0 ? bar.count - 1 : -1)
+    }
+
+    Repeater {
+        model: [
+            {text: qsTr("&General"), symbol: "gear"},
+            {text: qsTr("&Categories"), symbol: "tag.fill"},
+            {text: qsTr("&Shortcuts"), symbol: "keyboard"},
+            {text: qsTr("S&torage"), symbol: "internaldrive"},
+            {text: qsTr("&About"), symbol: "info.circle"}
+        ]
+
+        delegate: T.TabButton {
+            id: tab
+
+            required property int index
+            required property var modelData
+            readonly property color ink: checked ? Theme.accent : Theme.secondaryText
+
+            width: Math.max(76, label.implicitWidth + 16)
+            height: bar.height - 12
+            focus: tab.index === bar.currentIndex
+            focusPolicy: Qt.StrongFocus
+            text: modelData.text
+
+            Accessible.name: text.replace("&", "")
+
+            Keys.onLeftPressed: bar.step(-1)
+            Keys.onRightPressed: bar.step(1)
+
+            contentItem: Item {
+                Symbol {
+                    y: 6
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    name: tab.modelData.symbol
+                    size: 20
+                    color: tab.ink
+                }
+
+                ControlText {
+                    id: label
+
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    anchors.bottom: parent.bottom
+                    anchors.bottomMargin: 4
+                    label: tab.text
+                    color: tab.checked ? Theme.primaryText : Theme.secondaryText
+                    font.pixelSize: Theme.helpText
+                    font.weight: tab.checked ? Font.DemiBold : Font.Normal
+                }
+            }
+
+            background: Rectangle {
+                radius: 8
+                color: tab.checked ? Theme.group : tab.hovered ? Theme.hoveredButton : "transparent"
+                border.width: tab.visualFocus ? 2 : 0
+                border.color: Theme.focusRing
+            }
+        }
+    }
+}

@@ -1,0 +1,37 @@
+import QtQuick
+import Larkspool.Settings
+import Larkspool.Style
+
+Item {
+    id: page
+
+    required property SettingsView view
+
+    Column {
+        x: Theme.settingsMargin
+        y: Theme.settingsMargin
+        width: page.width - 2 * Theme.settingsMargin
+        spacing: 22
+
+        FormGroup {
+            title: qsTr("Global Shortcut")
+            help: qsTr("Press the key combination to open Larkspool from anywhere.")
+
+            ShortcutRecorder {
+                recorder: page.view.shortcutRecorder
+            }
+        }
+
+        FormGroup {
+            title: qsTr("In-App Shortcuts")
+            help: qsTr("Opens the category filter search when Larkspool is open.")
+
+            Picker {
+                label: qsTr("Category search")
+                choices: page.view.categorySearchChoices
+                value: page.view.categorySearchKey
+                onChosen: value => page.view.categorySearchKey = value
+            }
+        }
+    }
+}

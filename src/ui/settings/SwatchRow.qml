@@ -1,0 +1,84 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Larkspool.Style
+
+/// Colours to choose one from: objects with a `value`, "#RRGGBB", and the `text` that names it. Keys: Left, Right.
+Row {
+    id: row
+
+    required property var colors
+    required property string value
+    property int side: Theme.swatch
+
+    signal chosen(value: string)
+
+    spacing: 6
+    // The ring reaches beyond the circle.
+    padding: 4
+
+    Repeater {
+        id: circles
+
+        model: row.colors
+
+        delegate: T.RadioButton {
+            id: circle
+
+            required property int index
+            required property var modelData
+
+            width: row.side
+            height: row.side
+            focusPolicy: Qt.StrongFocus
+            checked: modelData.value === row.value
+            text: modelData.text
+
+            onClicked: row.chosen(modelData.value)
+            Keys.onLeftPressed: circle.choose(index - 1)
+            Keys.onRightPressed: circle.choose(index + 1)
+
+            function choose(other: int) {
+                const next = circles.itemAt(other)
+                if (!next)
+                    return
+                next.forceActiveFocus(Qt.TabFocusReason)
+                row.chosen(row.colors[other].value)
+            }
+
+            indicator: Rectangle {
+                anchors.fill: parent
+                radius: width / 2
+                color: circle.modelData.value
+                border.width: 1
+                border.color: Theme.controlBorder
+
+                Rectangle {
+                    anchors.centerIn: parent
+                    width: row.side + Theme.swatchRing - Theme.swatch
+                    height: width
+                    visible: circle.checked
+                    radius: width / 2
+                    color: "transparent"
+                    border.width: Theme.swatchRingWidth
+                    border.color: Theme.primaryText
+                }
+
+                FocusRing {
+                    visible: circle.visualFocus && !circle.checked
+                    radius: width / 2
+                }
+
+                Rectangle {
+                    anchors.centerIn: parent
+                    width: 6
+                    height: 6
+                    visible: circle.visualFocus
+                    radius: 3
+                    color: Theme.window
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,39 @@
+import QtQuick
+import QtQuick.Templates as T
+import Larkspool.Style
+
+/// A field for one line of text.
+T.TextField {
+    id: field
+
+    implicitHeight: 30
+    leftPadding: 10
+    rightPadding: 10
+    verticalAlignment: TextInput.AlignVCenter
+    color: Theme.primaryText
+    selectionColor: Theme.selection
+    selectedTextColor: "white"
+    placeholderTextColor: Theme.tertiaryText
+    font.pixelSize: Theme.formText
+    selectByMouse: true
+
+    Text {
+        x: field.leftPadding
+        width: field.width - 2 * field.leftPadding
+        anchors.verticalCenter: parent.verticalCenter
+        visible: field.length === 0 && field.preeditText === ""
+        text: field.placeholderText
+        color: field.placeholderTextColor
+        font: field.font
+        elide: Text.ElideRight
+
+        Accessible.ignored: true
+    }
+
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: Theme.control
+        border.width: field.activeFocus ? 2 : 1
+        border.color: field.activeFocus ? Theme.focusRing : Theme.controlBorder
+    }
+}

@@ -1,0 +1,214 @@
+#include "PanelScene.h"
+#include "PictureComparison.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <tuple>
+
+/// What the panel looks like in each of its states, compared with the pictures in docs/pictures/panel. A
+/// process has one scale: this runs once for each. See scripts/panel-pictures.
+namespace
+{
+
+enum class Scales { One, Both };
+
+struct State {
+    const char *name;
+    Scales scales;
+    void (*prepare)(PanelScene &);
+    /// Once it is shown.
+    void (*arrive)(PanelScene &);
+};
+
+/// GoogleTest's own would show its bytes.
+void PrintTo(const State &state, std::ostream *stream)
+{
+    *stream << state.name;
+}
+
+void addEverything(PanelScene &scene)
+{
+    scene.addDefaults();
+    scene.addSamples();
+}
+
+void stay(PanelScene &) {}
+
+void seek(PanelScene &scene, const QString &text)
+{
+    scene.view().setSearchExpanded(true);
+    scene.view().setSearchText(text);
+    scene.view().setFocus(ClipboardHistoryView::Focus::Search);
+}
+
+void selectThree(PanelScene &scene)
+{
+    for (const int row : {0, 1, 3})
+        scene.view().select(row, int(Qt::ControlModifier));
+    scene.view().setSelectedIndex(1);
+}
+
+void combine(PanelScene &scene)
+{
+    const auto &items = scene.view().filteredItems()->rows();
+    scene.view().setSelectedIds({items[5]->id(), items[6]->id(), items[7]->id()});
+    scene.view().handleKey(Qt::Key_Return, 0, QString());
+    scene.view().combinePanel()->setSelectedTemplateIndex(7);
+}
+
+void openHeaderMenu(PanelScene &scene)
+{
+    scene.click({652, 24});
+    scene.press(Qt::Key_Down);
+}
+
+void openRowMenu(PanelScene &scene)
+{
+    scene.click(
+        scene.placeOf(QStringLiteral("https://docs.example.org/guides/clipboard?section=selections#owners")),
+        Qt::RightButton);
+    // A submenu is where its row has been laid out.
+    (void)scene.picture();
+    for (int step = 0; step < 3; ++step)
+        scene.press(Qt::Key_Down);
+    scene.press(Qt::Key_Right);
+}
+
+void addLongNames(PanelScene &scene)
+{
+    scene.addCategories({QStringLiteral("Rechtsschutzversicherungsgesellschaften"),
+        QStringLiteral("Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamtengesellschaft"),
+        QStringLiteral("Kraftfahrzeughaftpflichtversicherungsunterlagen")});
+    scene.addText(
+        "Der Name der Anwendung ist fünfhundert Zeichen lang.", QStringLiteral("Anwendung ").repeated(50));
+    scene.addAssigned("Sehr geehrte Damen und Herren,\nanbei die Unterlagen.",
+        QStringLiteral("Textverarbeitung"), QStringLiteral("Grundstücksverkehrsgenehmigungszuständigkeiten"));
+}
+
+void addRightToLeft(PanelScene &scene)
+{
+    scene.addDefaults();
+    scene.addText("photo\xe2\x80\xaegpj.exe and \xe2\x81\xa7isolated\xe2\x81\xa9 text");
+    scene.addText("left שלום right", QStringLiteral("עורך טקסט"));
+    scene.addText("שלום עולם\nטקסט מימין לשמאל, 42 שורות", QStringLiteral("עורך טקסט"));
+    scene.addText("مرحبا بالعالم\nهذا نص من اليمين إلى اليسار", QStringLiteral("محرر النصوص"));
+}
+
+void addLongEntry(PanelScene &scene)
+{
+    addEverything(scene);
+    scene.addText(
+        QByteArray("The log of a day, line after line.\n").repeated(20'000), QStringLiteral("Terminal"));
+}
+
+void refuseEdit(PanelScene &scene)
+{
+    scene.view().setSelectedIndex(1);
+    scene.view().startEditing(1);
+}
+
+const std::array States{
+    State{"welcome", Scales::One, [](PanelScene &scene) { scene.addDefaults(); }, stay},
+    State{"list", Scales::Both, addEverything, stay},
+    State{"list-middle", Scales::One, addEverything,
+        [](PanelScene &scene) { scene.view().setSelectedIndex(4); }},
+    State{"hovered-row", Scales::One, addEverything,
+        [](PanelScene &scene) {
+            scene.moveMouse(scene.placeOf(
+                QStringLiteral("https://docs.example.org/guides/clipboard?section=selections#owners")));
+        }},
+    State{"search-hits", Scales::Both, addEverything,
+        [](PanelScene &scene) { seek(scene, QStringLiteral("or")); }},
+    State{"search-no-hits", Scales::One, addEverything,
+        [](PanelScene &scene) { seek(scene, QStringLiteral("larkspur")); }},
+    State{
+        "category-filter", Scales::One, addEverything, [](PanelScene &scene) { scene.view().clickChip(2); }},
+    State{"category-search", Scales::One, addEverything,
+        [](PanelScene &scene) {
+            scene.view().setCategorySearching(true);
+            scene.view().setCategorySearchText(QStringLiteral("t"));
+            scene.view().setFocus(ClipboardHistoryView::Focus::CategorySearch);
+        }},
+    State{"multi-selection", Scales::One, addEverything, selectThree},
+    State{"combine", Scales::Both, addEverything, combine},
+    State{"editing", Scales::Both, addEverything, [](PanelScene &scene) { scene.view().startEditing(0); }},
+    State{"creating", Scales::One, addEverything,
+        [](PanelScene &scene) {
+            scene.view().startCreatingNew();
+            scene.view().setNewItemText(QStringLiteral("A note that is\nnot copied but written"));
+            scene.press(Qt::Key_End, Qt::ControlModifier);
+        }},
+    State{"header-menu", Scales::Both, addEverything, openHeaderMenu},
+    State{"row-menu", Scales::Both, addEverything, openRowMenu},
+    State{"edit-refused", Scales::One, addLongEntry, refuseEdit},
+    State{"long-names", Scales::One, addLongNames, stay},
+    State{"right-to-left", Scales::One, addRightToLeft, stay},
+};
+
+QString scaleName()
+{
+    return qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1"));
+}
+
+class PanelPictures : public PanelScene,
+                      public ::testing::WithParamInterface<std::tuple<State, Appearance::ColorScheme>>
+{
+protected:
+    static const State &state() { return std::get<State>(GetParam()); }
+    static QString name()
+    {
+        const bool isDark = std::get<Appearance::ColorScheme>(GetParam()) == Appearance::ColorScheme::Dark;
+        return QStringLiteral("%1-%2-%3x")
+            .arg(QString::fromLatin1(state().name), isDark ? QStringLiteral("dark") : QStringLiteral("light"),
+                scaleName());
+    }
+
+    /// In the folder of what was seen; as small as it can be, it may become a reference.
+    static void save(const QImage &picture, const QString &name)
+    {
+        const QDir folder(QStringLiteral(SEEN_PICTURES));
+        EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
+        constexpr int Smallest = 0;
+        EXPECT_TRUE(picture.save(folder.filePath(name + QStringLiteral(".png")), "png", Smallest));
+    }
+};
+
+TEST_P(PanelPictures, AreAsExpected)
+{
+    if (state().scales == Scales::One && scaleName() != QStringLiteral("1"))
+        GTEST_SKIP() << "drawn at one scale only";
+    setAppearance(std::get<Appearance::ColorScheme>(GetParam()));
+    state().prepare(*this);
+    ASSERT_NO_FATAL_FAILURE(show());
+    state().arrive(*this);
+    passTime();
+    const QImage seen = picture();
+    save(seen, name());
+    const QString reference = QStringLiteral(EXPECTED_PICTURES "/%1.png").arg(name());
+    const QImage expected(reference);
+    ASSERT_FALSE(expected.isNull()) << reference.toStdString() << " is missing";
+    const auto comparison = pictures::compare(expected, seen);
+    if (comparison.isSame())
+        return;
+    if (!comparison.map.isNull())
+        save(comparison.map, name() + QStringLiteral("-difference"));
+    ADD_FAILURE() << name().toStdString() << ": " << 100 * comparison.differentShare
+                  << " % of the pixels differ by more than " << pictures::ChannelTolerance
+                  << " of 255 in a channel; allowed are " << 100 * pictures::LargestShare << " %. See "
+                  << SEEN_PICTURES;
+}
+
+INSTANTIATE_TEST_SUITE_P(StatesAndAppearances, PanelPictures,
+    ::testing::Combine(::testing::ValuesIn(States),
+        ::testing::Values(Appearance::ColorScheme::Dark, Appearance::ColorScheme::Light)),
+    [](const auto &test) {
+        const bool isDark = std::get<1>(test.param) == Appearance::ColorScheme::Dark;
+        std::string name = std::string(std::get<0>(test.param).name) + (isDark ? "_dark" : "_light");
+        std::ranges::replace(name, '-', '_');
+        return name;
+    });
+
+} // namespace
