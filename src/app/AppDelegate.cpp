@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/FloatingPanel.h"
+#include "app/MemoryPolicy.h"
 #include "app/SettingsWindow.h"
 #include "base/Console.h"
 #include "base/Notifications.h"
@@ -123,9 +124,12 @@ void AppDelegate::setupPanel()
     installRowPictures(engine(), *m_historyView->filteredItems(), m_storePath);
     QQmlComponent content(
         &engine(), QUrl(QStringLiteral("qrc:/qt/qml/Larkspool/History/ClipboardHistory.qml")));
-    auto rootView =
-        std::unique_ptr<QQuickItem>(qobject_cast<QQuickItem *>(content.createWithInitialProperties(
+    std::unique_ptr<QQuickItem> rootView;
+    // The toolkit would not survive the attempt otherwise.
+    if (content.isReady()) {
+        rootView.reset(qobject_cast<QQuickItem *>(content.createWithInitialProperties(
             {{QStringLiteral("view"), QVariant::fromValue(m_historyView.get())}})));
+    }
     if (!rootView) {
         consoleLine(QStringLiteral("[Larkspool] The panel has no content: ") + content.errorString());
         return;
@@ -287,6 +291,7 @@ void AppDelegate::settingsWindowClosed()
         m_settingsWindow.reset();
         m_engine->collectGarbage();
         m_engine->trimComponentCache();
+        giveFreeMemoryBack();
     }));
 }
 

@@ -16,3 +16,10 @@ void giveLargeBlocksBack()
     mallopt(M_TRIM_THRESHOLD, LargeBlock);
 #endif
 }
+
+void giveFreeMemoryBack()
+{
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
+}

@@ -2,6 +2,7 @@
 
 #include "base/Console.h"
 
+#include <QGuiApplication>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QQmlComponent>
@@ -11,15 +12,20 @@ SettingsWindow::SettingsWindow(QQmlEngine &engine, std::unique_ptr<SettingsView>
     : m_view(std::move(view))
 {
     setTitle(QStringLiteral("Larkspool Settings"));
-    setIcon(QIcon(QStringLiteral(":/larkspool/AppIcon.svg")));
+    // One for all windows: of each other one the toolkit would keep the pictures.
+    if (QGuiApplication::windowIcon().isNull())
+        QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/larkspool/AppIcon.svg")));
     setFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
         Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
     setMinimumSize(Size);
     setMaximumSize(Size);
     resize(Size);
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Larkspool/Settings/Settings.qml")));
-    m_content.reset(qobject_cast<QQuickItem *>(component.createWithInitialProperties(
-        {{QStringLiteral("view"), QVariant::fromValue(m_view.get())}})));
+    // The toolkit would not survive the attempt otherwise.
+    if (component.isReady()) {
+        m_content.reset(qobject_cast<QQuickItem *>(component.createWithInitialProperties(
+            {{QStringLiteral("view"), QVariant::fromValue(m_view.get())}})));
+    }
     if (!m_content) {
         consoleLine(
             QStringLiteral("[Larkspool] The settings window has no content: ") + component.errorString());

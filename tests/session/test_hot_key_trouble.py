@@ -66,7 +66,7 @@ class Hammered(unittest.TestCase):
     def test_it_leaves_a_panel_that_toggles_and_nothing_behind(self):
         self.hammer(20)
         self.settle()
-        before, memory_before = self.resources(), self.program.memory()
+        before, memory_before = self.resources(), self.program.memory("Anonymous")
         self.hammer(PRESSES)
         self.settle()
         self.program.open_panel()
@@ -74,7 +74,7 @@ class Hammered(unittest.TestCase):
         self.program.wait_until_hidden()
         self.assertTrue(stays(lambda: self.program.panel() is None, 0.3), "one press, one change")
         wait_until(lambda: self.resources() == before, f"the same resources as before: {before}")
-        self.assertLess(self.program.memory() - memory_before, MEMORY_NOISE)
+        self.assertLess(self.program.memory("Anonymous") - memory_before, MEMORY_NOISE)
         self.assertEqual(self.terminal.typed(), b"", "no key went astray")
 
 

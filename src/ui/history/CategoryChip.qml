@@ -1,4 +1,5 @@
 import QtQuick
+import Larkspool.History
 import Larkspool.Style
 
 /// A category as a pill: filled with its colour when it is chosen, with a dim one else.
@@ -9,10 +10,17 @@ Rectangle {
     required property color categoryColor
     required property string icon
     required property bool isChosen
+    /// Whether a screen reader is to follow the keys to it.
+    property bool isFocused: false
 
     readonly property color ink: isChosen ? "white" : categoryColor
 
     signal clicked
+
+    onIsFocusedChanged: {
+        if (isFocused)
+            ScreenReader.follow(chip)
+    }
 
     width: Math.min(sign.width + label.implicitWidth + 25, 220)
     height: Theme.chipHeight
@@ -23,6 +31,7 @@ Rectangle {
     Accessible.name: chip.name
     Accessible.checkable: true
     Accessible.checked: chip.isChosen
+    Accessible.focused: chip.isFocused
     Accessible.onPressAction: chip.clicked()
 
     Symbol {

@@ -9,9 +9,13 @@ Row {
     id: bar
 
     required property ClipboardHistoryView view
+    /// Whether the highlight has moved among the chips since something was typed: as in the list of a search.
+    property bool isHighlightMoved: false
 
     height: Theme.fieldHeight
     spacing: 12
+
+    onVisibleChanged: isHighlightMoved = false
 
     function takeFocus() {
         field.takeFocus()
@@ -26,7 +30,11 @@ Row {
         placeholder: qsTr("Filter...")
         focusName: ClipboardHistoryView.CategorySearch
         text: bar.view.categorySearchText
-        onEdited: text => bar.view.categorySearchText = text
+        isAside: bar.isHighlightMoved
+        onEdited: text => {
+            bar.view.categorySearchText = text
+            bar.isHighlightMoved = false
+        }
     }
 
     ChipList {
@@ -37,6 +45,7 @@ Row {
         model: bar.view.matchingCategories
         currentIndex: bar.view.categorySearchIndex
         highlightMoveDuration: Theme.quick
+        onCurrentIndexChanged: bar.isHighlightMoved = bar.visible
 
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Categories")
@@ -47,6 +56,7 @@ Row {
             required property int index
 
             isChosen: index === bar.view.categorySearchIndex
+            isFocused: isChosen && bar.isHighlightMoved
             onClicked: bar.view.chooseCategory(chip.index)
         }
     }

@@ -84,6 +84,7 @@ FocusScope {
         anchors.topMargin: 14
         view: root.view
         count: list.count
+        isHighlightMoved: list.isHighlightMoved
         onMenuRequested: button => {
             const corner = root.mapFromItem(button, 0, button.height + 4)
             headerMenu.openBeside(corner.x + button.width, corner.x, corner.y)

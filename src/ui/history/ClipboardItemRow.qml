@@ -24,6 +24,8 @@ Item {
     required property string sourceApp
     required property bool isPinned
     property bool isSelected: false
+    /// Whether a screen reader is to follow the keys to it.
+    property bool isFocused: false
     /// One of several that the user has chosen.
     property bool isMultiSelected: false
     /// Something about the entry that the user is to know, said while it is selected.
@@ -56,14 +58,28 @@ Item {
         easing.type: Easing.OutQuad
     }
 
+    onIsFocusedChanged: {
+        if (isFocused)
+            ScreenReader.follow(row)
+    }
+    // A row that is used again is another entry.
+    onPreviewChanged: {
+        if (isFocused)
+            ScreenReader.follow(row)
+    }
+
     height: Theme.cardHeight
     z: isSelected ? 2 : isHovered ? 1 : 0
 
     Accessible.role: Accessible.ListItem
     Accessible.name: row.preview || row.label
     Accessible.description: row.label + ", " + row.age + (row.sourceApp && ", " + row.sourceApp)
+                            + (row.notice && ". " + row.notice)
     Accessible.selected: row.isSelected
     Accessible.selectable: true
+    Accessible.focused: row.isFocused
+    Accessible.checkable: row.isMultiSelected
+    Accessible.checked: row.isMultiSelected
     Accessible.onPressAction: row.act(Qt.NoModifier)
 
     Item {

@@ -109,6 +109,9 @@ Item {
                 color: Theme.secondaryText
                 font.pixelSize: 9
                 font.weight: Font.Medium
+
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
         }
 

@@ -76,6 +76,9 @@ RoundedBox {
                 font.pixelSize: 11
                 font.italic: true
                 wrapMode: Text.WordWrap
+
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
         }
     }

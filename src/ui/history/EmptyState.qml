@@ -35,6 +35,9 @@ Item {
             color: Theme.primaryText
             font.pixelSize: 15
             font.weight: Font.DemiBold
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
 
         Text {
@@ -42,6 +45,9 @@ Item {
             text: root.isSearching ? qsTr("Try a different search term") : qsTr("Copy something to get started")
             color: Theme.secondaryText
             font.pixelSize: 12
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 
@@ -84,6 +90,9 @@ Item {
                     color: Theme.primaryText
                     font.pixelSize: 18
                     font.weight: Font.DemiBold
+
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
 
                 Text {
@@ -93,6 +102,9 @@ Item {
                     color: Theme.secondaryText
                     font.pixelSize: 13
                     wrapMode: Text.WordWrap
+
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
             }
 
@@ -127,6 +139,9 @@ Item {
                             text: row.modelData.tip
                             color: Theme.primaryText
                             font.pixelSize: 13
+
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: text
                         }
                     }
                 }

@@ -20,6 +20,9 @@ Item {
         color: Theme.primaryText
         font.pixelSize: 14
         font.weight: Font.DemiBold
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     Rectangle {

@@ -12,6 +12,10 @@ ListView {
 
     readonly property int largestShift: 2 * (Theme.highlightSpacing + Theme.neighbourSpacing)
 
+    /// In a search the highlight moves while the keyboard focus stays in the field. A screen reader hears of it as
+    /// if the focus had moved, until more is typed.
+    property bool isHighlightMoved: false
+
     signal menuRequested(int row, real x, real y)
 
     leftMargin: Theme.listSide
@@ -72,6 +76,22 @@ ListView {
             list.view.setFocus(ClipboardHistoryView.View)
         else
             list.view.endFocus(ClipboardHistoryView.View)
+    }
+
+    Connections {
+        target: list.view
+
+        function onSelectedIndexChanged() {
+            list.isHighlightMoved = list.view.focus === ClipboardHistoryView.Search
+        }
+
+        function onSearchTextChanged() {
+            list.isHighlightMoved = false
+        }
+
+        function onFocusChanged() {
+            list.isHighlightMoved = false
+        }
     }
 
     delegate: Item {
@@ -142,6 +162,10 @@ ListView {
             sourceApp: place.sourceApp
             isPinned: place.isPinned
             isSelected: place.index === list.view.selectedIndex
+            isFocused: {
+                const isFollowed = list.activeFocus || list.isHighlightMoved
+                return isSelected && visible && isFollowed && list.view.combinePanel === null
+            }
             isMultiSelected: place.isMultiSelected
             notice: isSelected ? list.view.editRefusal : ""
             scaleFactor: list.scaleForIndex(place.index)

@@ -80,6 +80,9 @@ CardFace {
             color: Theme.secondaryText
             font.pixelSize: 9
             font.weight: Font.Medium
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
 
         Text {
@@ -149,6 +152,7 @@ CardFace {
                 selectByMouse: true
 
                 Accessible.role: Accessible.EditableText
+                Accessible.multiLine: true
                 Accessible.name: card.title
 
                 onTextChanged: {

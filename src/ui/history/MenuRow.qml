@@ -1,4 +1,5 @@
 import QtQuick
+import Larkspool.History
 import Larkspool.Style
 
 /// One entry of a menu, or a line between two.
@@ -8,6 +9,8 @@ Item {
     required property int index
     required property var modelData
     property bool isCurrent: false
+    /// Whether the keys go to it: not while its own submenu is open.
+    property bool isFocused: false
     /// Whether the menu keeps a column for marks.
     property bool hasMarks: false
 
@@ -21,6 +24,11 @@ Item {
     /// What the label leaves free.
     readonly property int rightSide: modelData.entries === undefined ? 10 : 24
 
+    onIsFocusedChanged: {
+        if (isFocused)
+            ScreenReader.follow(row)
+    }
+
     implicitWidth: label.implicitWidth + label.x + rightSide
     height: isDivider ? 9 : 28
 
@@ -29,6 +37,7 @@ Item {
     Accessible.checkable: row.modelData.isChecked !== undefined
     Accessible.checked: row.modelData.isChecked === true
     Accessible.selected: row.isLit
+    Accessible.focused: row.isFocused
     Accessible.onPressAction: row.chosen()
 
     Rectangle {

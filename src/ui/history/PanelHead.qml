@@ -10,6 +10,8 @@ Column {
 
     required property ClipboardHistoryView view
     required property int count
+    /// Whether the highlight has moved during a search.
+    property bool isHighlightMoved: false
 
     signal menuRequested(Item button)
 
@@ -38,6 +40,7 @@ Column {
         symbol: "magnifyingglass"
         placeholder: qsTr("Search...")
         focusName: ClipboardHistoryView.Search
+        isAside: head.isHighlightMoved
         text: head.view.searchText
         onEdited: text => head.view.searchText = text
     }

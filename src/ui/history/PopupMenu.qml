@@ -15,9 +15,16 @@ FocusScope {
     /// Where its corner is to be, if there is room.
     property point corner
     property real widestRow: 0
+    /// Whether the keys go to none of its rows.
+    readonly property bool isFocused: visible && current < 0
     readonly property bool hasMarks: entries.some(entry => entry.isChecked !== undefined)
 
     signal closed
+
+    onIsFocusedChanged: {
+        if (isFocused)
+            ScreenReader.follow(sheet)
+    }
 
     visible: false
     z: 10
@@ -110,6 +117,7 @@ FocusScope {
 
         Accessible.role: Accessible.PopupMenu
         Accessible.name: menu.title
+        Accessible.focused: menu.isFocused
 
         Flickable {
             id: page
@@ -140,6 +148,7 @@ FocusScope {
                     delegate: MenuRow {
                         width: rows.width
                         isCurrent: index === menu.current
+                        isFocused: isCurrent && menu.visible && !submenu.active
                         hasMarks: menu.hasMarks
                         onEntered: menu.current = index
                         onChosen: menu.choose(index)

@@ -40,6 +40,9 @@ Item {
         font.pixelSize: 11
         maximumLineCount: 1
         elide: Text.ElideRight
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     Row {

@@ -14,6 +14,8 @@ Rectangle {
     /// What the view calls its focus.
     required property int focusName
     required property string text
+    /// Whether a screen reader is to hear of something else though the keys come here.
+    property bool isAside: false
 
     signal edited(string text)
 
@@ -25,6 +27,11 @@ Rectangle {
     onVisibleChanged: {
         if (visible)
             takeFocus()
+    }
+
+    onIsAsideChanged: {
+        if (!isAside && input.activeFocus)
+            ScreenReader.follow(input)
     }
 
     function takeFocus() {
@@ -60,6 +67,7 @@ Rectangle {
 
         Accessible.role: Accessible.EditableText
         Accessible.name: field.placeholder
+        Accessible.focused: input.activeFocus && !field.isAside
 
         Keys.priority: Keys.BeforeItem
         Keys.onPressed: event => event.accepted = field.view.handleKey(event.key, event.modifiers, event.text)

@@ -45,5 +45,8 @@ Rectangle {
         color: Theme.secondaryText
         font.pixelSize: 9
         font.weight: Font.Medium
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 }

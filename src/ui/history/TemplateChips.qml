@@ -62,14 +62,17 @@ Flickable {
                 color: isHighlighted ? Theme.combineAccent : Theme.combineChip
 
                 onIsHighlightedChanged: {
-                    if (isHighlighted)
+                    if (isHighlighted) {
                         area.highlightedChip = chip
+                        ScreenReader.follow(chip)
+                    }
                 }
 
                 Accessible.role: Accessible.Button
                 Accessible.name: chip.name
                 Accessible.checkable: true
                 Accessible.checked: chip.isHighlighted
+                Accessible.focused: chip.isHighlighted
                 Accessible.onPressAction: area.choose(chip.index)
 
                 Text {

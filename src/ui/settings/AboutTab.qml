@@ -80,12 +80,12 @@ Item {
             spacing: 24
 
             LinkButton {
-                text: qsTr("&Website")
+                label: qsTr("&Website")
                 onClicked: page.view.openWebsite()
             }
 
             LinkButton {
-                text: qsTr("&Privacy Policy")
+                label: qsTr("&Privacy Policy")
                 onClicked: page.view.openPrivacyPolicy()
             }
         }

@@ -117,7 +117,8 @@ Item {
         parent: button ?? page
         visible: button !== null && button.hovered && !button.down
         delay: 500
-        x: (parent.width - width) / 2
+        // The button may go while its tip is shown, with its row.
+        x: ((parent?.width ?? 0) - width) / 2
         y: -height - 3
         padding: 6
         implicitWidth: implicitContentWidth + 12

@@ -13,7 +13,7 @@ Item {
         width: page.width - 2 * Theme.settingsMargin
 
         Toggle {
-            text: qsTr("&Launch at login")
+            label: qsTr("&Launch at login")
             checked: page.view.launchAtLogin
             onToggled: page.view.launchAtLogin = checked
         }
@@ -21,7 +21,7 @@ Item {
         FormLine {}
 
         Toggle {
-            text: qsTr("Show source app &name")
+            label: qsTr("Show source app &name")
             checked: page.view.showSourceApp
             onToggled: page.view.showSourceApp = checked
         }
@@ -29,7 +29,7 @@ Item {
         FormLine {}
 
         Toggle {
-            text: qsTr("&Play sound on copy")
+            label: qsTr("&Play sound on copy")
             checked: page.view.playSoundOnCopy
             onToggled: page.view.playSoundOnCopy = checked
         }
@@ -37,7 +37,7 @@ Item {
         FormLine {}
 
         Toggle {
-            text: qsTr("Play clic&k sound on navigation")
+            label: qsTr("Play clic&k sound on navigation")
             checked: page.view.playSoundOnNavigate
             onToggled: page.view.playSoundOnNavigate = checked
         }

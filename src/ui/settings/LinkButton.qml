@@ -1,35 +1,53 @@
 import QtQuick
-import QtQuick.Templates as T
 import Larkspool.Style
 
-/// Opens a page in the user's browser.
-T.AbstractButton {
+/// Opens a page in the user's browser. No button of the toolkit's: a screen reader is to hear a link.
+Item {
     id: link
 
-    implicitWidth: implicitContentWidth
-    implicitHeight: implicitContentHeight + 4
-    focusPolicy: Qt.StrongFocus
+    /// With an "&" before the letter of the access key.
+    required property string label
+
+    signal clicked
+
+    implicitWidth: caption.implicitWidth
+    implicitHeight: caption.implicitHeight + 4
+    activeFocusOnTab: true
 
     Accessible.role: Accessible.Link
-    Accessible.name: text.replace("&", "")
+    Accessible.name: label.replace("&", "")
+    Accessible.focusable: true
+    Accessible.onPressAction: link.clicked()
 
-    Keys.onReturnPressed: link.click()
-    Keys.onEnterPressed: link.click()
+    Keys.onReturnPressed: link.clicked()
+    Keys.onEnterPressed: link.clicked()
+    Keys.onSpacePressed: link.clicked()
 
-    contentItem: ControlText {
-        label: link.text
-        color: Theme.link
-        font.underline: link.hovered
+    Shortcut {
+        sequence: "Alt+" + link.label.charAt(link.label.indexOf("&") + 1)
+        onActivated: link.clicked()
     }
 
-    background: Item {
-        FocusRing {
-            visible: link.visualFocus
-            radius: 5
-        }
+    ControlText {
+        id: caption
+
+        label: link.label
+        color: Theme.link
+        font.underline: hover.hovered
+    }
+
+    FocusRing {
+        visible: link.activeFocus
+        radius: 5
     }
 
     HoverHandler {
+        id: hover
+
         cursorShape: Qt.PointingHandCursor
+    }
+
+    TapHandler {
+        onTapped: link.clicked()
     }
 }

@@ -19,6 +19,7 @@ T.TabBar {
     }
 
     contentItem: ListView {
+        focus: true
         implicitWidth: contentWidth
         model: bar.contentModel
         currentIndex: bar.currentIndex
@@ -68,11 +69,13 @@ T.TabBar {
             width: Math.max(76, label.implicitWidth + 16)
             height: bar.height - 12
             focus: tab.index === bar.currentIndex
-            focusPolicy: Qt.StrongFocus
+            // One of the tabs is a stop of the Tab key; the arrows lead to the others.
+            focusPolicy: tab.checked ? Qt.StrongFocus : Qt.ClickFocus
             text: modelData.text
 
             Accessible.name: text.replace("&", "")
 
+            onClicked: bar.setCurrentIndex(tab.index)
             Keys.onLeftPressed: bar.step(-1)
             Keys.onRightPressed: bar.step(1)
 

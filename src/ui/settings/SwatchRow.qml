@@ -11,6 +11,7 @@ Row {
     required property var colors
     required property string value
     property int side: Theme.swatch
+    readonly property bool hasChosen: colors.some(color => color.value === value)
 
     signal chosen(value: string)
 
@@ -31,7 +32,8 @@ Row {
 
             width: row.side
             height: row.side
-            focusPolicy: Qt.StrongFocus
+            // One of them is a stop of the Tab key; the arrows lead to the others.
+            focusPolicy: checked || index === 0 && !row.hasChosen ? Qt.StrongFocus : Qt.ClickFocus
             checked: modelData.value === row.value
             text: modelData.text
 

@@ -6,18 +6,29 @@ import Larkspool.Style
 T.Switch {
     id: control
 
-    width: parent ? parent.width : 0
-    height: Math.max(Theme.formRow, label.implicitHeight + 14)
-    focusPolicy: Qt.StrongFocus
+    /// With an "&" before the letter of the access key.
+    required property string label
 
-    Accessible.name: text.replace("&", "")
+    width: parent ? parent.width : 0
+    height: Math.max(Theme.formRow, caption.implicitHeight + 14)
+    focusPolicy: Qt.StrongFocus
+    text: label.replace("&", "")
+
+    Shortcut {
+        sequence: "Alt+" + control.label.charAt(control.label.indexOf("&") + 1)
+        onActivated: {
+            control.forceActiveFocus(Qt.ShortcutFocusReason)
+            control.toggle()
+            control.toggled()
+        }
+    }
 
     contentItem: ControlText {
-        id: label
+        id: caption
 
         rightPadding: control.indicator.width + 12
         verticalAlignment: Text.AlignVCenter
-        label: control.text
+        label: control.label
         elide: Text.ElideNone
         wrapMode: Text.Wrap
     }
