@@ -15,7 +15,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "session"))
 sys.dont_write_bytecode = True
 
-from harness import Desktop, Larkspool, Store, pictures, programs, wait_until  # noqa: E402
+from harness import Desktop, Larkspool, Store, accessibility, pictures, programs, wait_until  # noqa: E402
 
 POEM = "A lark went up, and what it sang\nwas copied once and pasted twice: grün, 🐦\n"
 
@@ -63,6 +63,7 @@ class Demo:
                 program.wait_for_hot_key(every=0.002)
             self.copy(desktop, store)
             self.paste(desktop, store, program)
+            self.combine(desktop, store, program)
         except BaseException:
             if program.process.poll() is None:
                 program.kill()
@@ -72,7 +73,7 @@ class Demo:
             program.stop()
         with self.step("everything is in one sound file of the user's own"):
             assert store.integrity() == "ok", store.integrity()
-            assert len(store.items()) == 4, store.contents()
+            assert len(store.items()) == 5, store.contents()
 
     def copy(self, desktop, store):
         editor = programs.Editor(desktop, "mousepad", name="poem.txt")
@@ -138,6 +139,29 @@ class Demo:
         editor.close()
         with self.step("the history holds four entries still"):
             assert len(store.items()) == 4, store.contents()
+
+    def combine(self, desktop, store, program):
+        both = f"{POEM.strip()}\ntyped by hand, and more"
+        editor = programs.Editor(desktop, "featherpad", name="combined.txt")
+        with self.step("hot key, then Right: the texts alone"):
+            program.open_panel()
+            desktop.keyboard.press("Right")
+            wait_until(lambda: len(program.rows()) == 2, "two rows")
+        self.picture(desktop, "6-filter")
+        with self.step("Shift+Down and Return: the combine panel shows both as one text"):
+            desktop.keyboard.press("shift+Down")
+            wait_until(lambda: accessibility.nodes(desktop, name="2 items selected"), "two are selected")
+            desktop.keyboard.press("Return")
+            wait_until(lambda: accessibility.nodes(desktop, name="Combine 2 items"), "the combine panel")
+        self.picture(desktop, "7-combine")
+        with self.step("Return: both stand in featherpad, one under the other, and are an entry of their own"):
+            desktop.keyboard.press("Return")
+            program.wait_until_hidden()
+            # The editor ends a file with a line break of its own.
+            wait_until(lambda: editor.saved() == both.encode() + b"\n", "the file holds both", every=0.2)
+            store.wait_for(both)
+        self.picture(desktop, "8-combined")
+        editor.close()
 
     def report(self, word):
         print(f"{word} in {time.monotonic() - self._started:.1f} s. Pictures: {self._folder}")

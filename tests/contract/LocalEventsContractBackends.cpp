@@ -1,4 +1,4 @@
-#include "contract/LocalEventsContract.h"
+#include "contract/ApplicationWindow.h"
 
 #include "fakes/FakeLocalEvents.h"
 
@@ -34,6 +34,7 @@ std::unique_ptr<LocalEventsWorld> make()
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Fake, LocalEventsContract,
-    ::testing::Values(LocalEventsBackend{"Fake", make<FakeWorld>}),
+INSTANTIATE_TEST_SUITE_P(Backends, LocalEventsContract,
+    ::testing::Values(LocalEventsBackend{"Fake", make<FakeWorld>},
+        LocalEventsBackend{"Application", make<ApplicationWindow>}),
     [](const auto &backend) { return backend.param.name; });

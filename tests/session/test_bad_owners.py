@@ -5,7 +5,7 @@ import os
 import time
 import unittest
 
-from harness import Desktop, Larkspool, Store, missing, pictures, programs, run_tests, stays, wait_until
+from harness import Desktop, Larkspool, Store, accessibility, missing, pictures, programs, run_tests, stays, wait_until
 from harness.owner import (
     CLAIMED_SIZE,
     Background,
@@ -47,6 +47,21 @@ class BadOwners(WithProgram):
         with Background(owner):
             self.wait_until_asked(owner, "the silent owner is asked")
             self.assert_next_copy_is_taken()
+
+    def test_pasting_into_the_search_gives_what_is_known_and_waits_for_no_owner(self):
+        programs.xclip_copy(self.desktop, b"known")
+        self.store.wait_for("known")
+        self.program.open_panel()
+        self.desktop.keyboard.press("ctrl+f")
+        wait_until(lambda: accessibility.nodes(self.desktop, "text"), "the search field")
+        owner = SilentOwner(self.display)
+        owner.copy({"UTF8_STRING": b"never given"})
+        with Background(owner):
+            self.wait_until_asked(owner, "the silent owner is asked")
+            beginning = time.monotonic()
+            self.desktop.keyboard.press("ctrl+v", "shift+Insert")
+            wait_until(lambda: self.program.rows() == [], "the search has the text twice")
+            self.assertLess(time.monotonic() - beginning, AS_EVER)
 
     def test_after_an_owner_that_lists_its_targets_and_gives_none_the_next_copy_is_taken_as_ever(self):
         owner = SilentAfterTargets(self.display)
