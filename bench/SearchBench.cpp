@@ -1,5 +1,4 @@
 #include "bench/HistoryFixture.h"
-#include "fakes/FakeAppearance.h"
 #include "fakes/FakeLocalEvents.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeSystemSound.h"
@@ -47,7 +46,6 @@ public:
                      .defaults = m_defaults,
                      .events = m_events,
                      .sound = m_sound,
-                     .appearance = m_appearance,
                      .queue = m_queue,
                      .clock = m_clock},
               {})
@@ -69,7 +67,6 @@ private:
     UserDefaults m_defaults{QString()};
     FakeLocalEvents m_events;
     FakeSystemSound m_sound;
-    FakeAppearance m_appearance;
     ManualMainQueue m_queue;
     NotificationCenter m_notifications;
     SystemClock m_clock;

@@ -4,6 +4,7 @@
 import argparse
 import json
 import pathlib
+import re
 import statistics
 import subprocess
 import sys
@@ -15,7 +16,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "session"))
 sys.dont_write_bytecode = True
 
-from harness import Desktop, Larkspool, Store, pictures, programs, wait_until  # noqa: E402
+from harness import Desktop, Larkspool, Store, accessibility, pictures, programs, wait_until  # noqa: E402
 from harness.pixels import Pixels  # noqa: E402
 from harness.owner import Background, Owner, SilentAfterTargets  # noqa: E402
 
@@ -24,6 +25,10 @@ MB = 1_000_000
 STARTS = 7
 SHOWINGS = 40
 SEARCHES = 6
+MOVES_A_SECOND = 100
+COMBINED = 500
+COMBININGS = 5
+CYCLES_BEFORE, CYCLES = 100, 400
 SAVES = "/iterations:400/repeats:5/real_time"
 REPEATS = "/repeats:5"
 
@@ -248,6 +253,149 @@ def search_keystroke():
     return [Row("search keystroke to the drawn list, 95th percentile", percentile_95(times) * 1000, 16, "ms")]
 
 
+class Moving:
+    """How the list is drawn while the highlight moves through it."""
+
+    # What the toolkit's own loop says of each frame.
+    TIMING = {"QSG_RENDER_TIMING": "1", "QT_LOGGING_RULES": "qt.scenegraph.time.renderloop=true"}
+    FRAME = re.compile(r"Frame rendered .* in (\d+)ms")
+
+    def __init__(self, desktop, program):
+        self._program = program
+        self._list = Pixels(desktop.env["DISPLAY"], 900, 320, 40, 500)
+        self._first_line = len(program.stderr.all())
+
+    def watch(self):
+        """Looks until nothing has changed for a second; the moments at which the list was seen to change."""
+        pause, moments = threading.Event(), []
+        with self._list:
+            last, end = self._list.now(), time.monotonic() + 1
+            while time.monotonic() < end:
+                now, at = self._list.now(), time.monotonic()
+                if now != last:
+                    moments.append(at)
+                    last, end = now, at + 1
+                pause.wait(0.001)
+        return moments
+
+    def rows(self, how, moments):
+        """The table's rows, and whether the way to the end was really gone."""
+        lines = self._program.stderr.all()[self._first_line :]
+        frames = [int(found.group(1)) for found in map(self.FRAME.search, lines) if found]
+        gaps = [(after - before) * 1000 for before, after in zip(moments, moments[1:])]
+        seen = f"as seen on the screen, {len(gaps)}: {percentile_95(gaps):.0f} ms, longest {max(gaps):.0f} ms"
+        pace = f"{(moments[-1] - moments[0]):.0f} s, {len(frames)} frames"
+        return [
+            Row(f"{how} through 10,000 rows: frame, 95th percentile", percentile_95(frames), 16, "ms", seen),
+            Row("the same, longest", max(frames), 16, "ms", pace),
+        ]
+
+
+def highlighted(desktop):
+    rows = [node for node in accessibility.nodes(desktop, "list item") if "selected" in node.states]
+    return rows[0].name if rows else None
+
+
+def move_through(how, act):
+    """`act` makes the highlight go down all the way, and returns what the watcher has seen."""
+    with Desktop() as desktop:
+        make_store(desktop, 10_000, 80, 200)
+        oldest = Store(desktop.store_file).contents()[-1]
+        desktop.env.update(Moving.TIMING)
+        with Larkspool(desktop, may_print=[r"^qt\.scenegraph\.time\."]) as program:
+            program.open_panel()
+            settle(1)
+            moving = Moving(desktop, program)
+            moments = act(desktop, moving)
+            wait_until(lambda: highlighted(desktop) == oldest.strip(), "the highlight is at the end")
+            return moving.rows(how, moments)
+
+
+def hold_down():
+    def act(desktop, moving):
+        desktop.run("xset", "r", "rate", 200, MOVES_A_SECOND)
+        with desktop.keyboard.held("Down"):
+            return moving.watch()
+
+    return move_through("Down held", act)
+
+
+def turn_wheel():
+    def act(desktop, moving):
+        pace = ["--repeat", 10_200, "--delay", 1000 // MOVES_A_SECOND]
+        desktop.run("xdotool", "mousemove", 960, 600)
+        desktop.spawn("xdotool", "click", *pace, 5)
+        return moving.watch()
+
+    return move_through("wheel turned", act)
+
+
+def combine_many():
+    """From Return to the drawn combine panel, as the X server has them."""
+    times = []
+    with Desktop() as desktop:
+        make_store(desktop, 10_000, 80, 0)
+        with Larkspool(desktop) as program, Pixels(desktop.env["DISPLAY"], 630, 230, 660, 600) as panel:
+            # A row that the pointer is over would fade to what it is without.
+            desktop.run("xdotool", "mousemove", 5, 5)
+            program.open_panel()
+            for _ in range(COMBININGS):
+                desktop.run("xdotool", "key", "--repeat", COMBINED - 1, "--delay", 12, "shift+Down", deadline=60)
+                settle(1)
+                before = panel.now()
+                begin = time.monotonic()
+                desktop.keyboard.hit("Return")
+                times.append(panel.wait_for_rest(before) - begin)
+                wait_until(
+                    lambda: accessibility.nodes(desktop, "dialog", f"Combine {COMBINED} items"), "the combine panel"
+                )
+                desktop.keyboard.press("Escape", "Escape")
+                program.wait_until_hidden()
+                program.open_panel()
+    return [
+        Row(f"combine panel of {COMBINED} entries drawn, median", statistics.median(times) * 1000, 16, "ms",
+            f"longest of {COMBININGS}: {max(times) * 1000:.0f} ms"),
+    ]
+
+
+def use_in_cycles():
+    """What the use of the panel leaves in memory."""
+    with Desktop() as desktop:
+        make_store(desktop, 1000, 80, 20)
+        with Larkspool(desktop) as program, Pixels(desktop.env["DISPLAY"], 900, 230, 40, 500) as panel:
+
+            def press_and_see(*keys):
+                before = panel.now()
+                desktop.keyboard.press(*keys)
+                panel.wait_for_rest(before, quiet=0.1)
+
+            def cycle(number):
+                program.open_panel()
+                # Nothing is edited before what is typed has been sought.
+                press_and_see("1", str(number % 10))
+                press_and_see("Down", "Down", "ctrl+e")
+                if number == 0:
+                    wait_until(lambda: accessibility.nodes(desktop, "text", "Edit"), "an entry of a search is edited")
+                press_and_see("Escape")
+                press_and_see("Escape")
+                desktop.keyboard.press("Escape")
+                program.wait_until_hidden()
+
+            def memory_after(cycles):
+                for number in cycles:
+                    cycle(number)
+                settle(2)
+                return program.memory("Pss"), program.memory("Private_Dirty")
+
+            before, own_before = memory_after(range(CYCLES_BEFORE))
+            after, own_after = memory_after(range(CYCLES_BEFORE, CYCLES_BEFORE + CYCLES))
+    return [
+        Row(f"{CYCLES} times opened, searched, edited and hidden: memory (PSS) grown by", (after - before) / MB, 1, "MB",
+            # Of the PSS, other programs that use the same libraries take a share.
+            f"before: {before / MB:.1f} MB; written by it alone: {(own_after - own_before) / MB:.2f} MB more"),
+    ]
+
+
 def fast_copies():
     texts = [f"copy number {number}" for number in range(100)]
     with Desktop() as desktop, Larkspool(desktop):
@@ -326,7 +474,19 @@ def idle():
     return [Row("idle with the panel hidden: wake-ups a second", woken / 10, 3, "/s")]
 
 
-WHOLE = [start_and_memory, panel_trigger, search_keystroke, fast_copies, hanging_owner, large_text, idle]
+WHOLE = [
+    start_and_memory,
+    panel_trigger,
+    search_keystroke,
+    hold_down,
+    turn_wheel,
+    combine_many,
+    use_in_cycles,
+    fast_copies,
+    hanging_owner,
+    large_text,
+    idle,
+]
 
 
 def print_table(rows):

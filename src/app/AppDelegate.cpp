@@ -13,6 +13,7 @@
 #include "ui/settings/SettingsModule.h"
 #include "ui/style/SymbolProvider.h"
 #include "ui/style/Symbols.h"
+#include "ui/style/ThemeDriver.h"
 
 #include <QDesktopServices>
 #include <QQmlComponent>
@@ -50,6 +51,7 @@ AppDelegate::AppDelegate(MainQueue &queue, Ports ports, const Paths &paths)
     , m_defaults(paths.preferences)
     , m_ports(std::move(ports))
     , m_pasteService(*m_ports.eventPoster, *m_ports.scripting, *m_ports.unifiedLog, m_clock, paths.log)
+    , m_textPaste(*m_ports.pasteboard)
     , m_panelEvents(
           *m_ports.localEvents, [this] { return !m_settingsWindow || !m_settingsWindow->isActive(); })
 {
@@ -116,7 +118,6 @@ void AppDelegate::setupPanel()
             .defaults = m_defaults,
             .events = m_panelEvents,
             .sound = *m_ports.systemSound,
-            .appearance = *m_ports.appearance,
             .queue = m_queue,
             .clock = m_clock,
             .caseRule = text::caseRule(QLocale())},
@@ -188,6 +189,7 @@ QQmlEngine &AppDelegate::engine()
         registerSettingsModule();
         m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
         installSymbols(*m_engine);
+        m_themeDriver = std::make_unique<ThemeDriver>(*m_engine, *m_ports.appearance);
     }
     return *m_engine;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ActiveEvents.h"
+#include "app/TextPaste.h"
 #include "base/Clock.h"
 #include "base/FileReader.h"
 #include "base/Lifetime.h"
@@ -34,6 +35,7 @@ class FloatingPanel;
 class QQmlEngine;
 class QUrl;
 class SettingsWindow;
+class ThemeDriver;
 
 /// The application's controller and composition root: it makes every part once and hands each what it needs.
 /// It shows and hides the panel, remembers which application was in front before, and pastes what the user
@@ -121,10 +123,12 @@ private:
 
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<ModelContainer> m_modelContainer;
+    TextPaste m_textPaste;
     /// What the history view hears: not the keys that are pressed in the settings.
     ActiveEvents m_panelEvents;
     std::unique_ptr<ClipboardHistoryView> m_historyView;
     std::unique_ptr<QQmlEngine> m_engine;
+    std::unique_ptr<ThemeDriver> m_themeDriver;
     std::unique_ptr<FloatingPanel> m_panel;
     std::unique_ptr<ClipboardMonitor> m_clipboardMonitor;
     std::unique_ptr<HotkeyService> m_hotkeyService;

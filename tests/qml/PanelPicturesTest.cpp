@@ -1,33 +1,13 @@
 #include "PanelScene.h"
-#include "PictureComparison.h"
-
-#include <QDir>
-
-#include <gtest/gtest.h>
+#include "PictureTest.h"
 
 #include <array>
-#include <tuple>
 
-/// What the panel looks like in each of its states, compared with the pictures in docs/pictures/panel. A
-/// process has one scale: this runs once for each. See scripts/panel-pictures.
+/// What the panel looks like in each of its states, compared with the pictures in docs/pictures/panel.
 namespace
 {
 
-enum class Scales { One, Both };
-
-struct State {
-    const char *name;
-    Scales scales;
-    void (*prepare)(PanelScene &);
-    /// Once it is shown.
-    void (*arrive)(PanelScene &);
-};
-
-/// GoogleTest's own would show its bytes.
-void PrintTo(const State &state, std::ostream *stream)
-{
-    *stream << state.name;
-}
+using State = PictureState<PanelScene>;
 
 void addEverything(PanelScene &scene)
 {
@@ -148,67 +128,14 @@ const std::array States{
     State{"right-to-left", Scales::One, addRightToLeft, stay},
 };
 
-QString scaleName()
-{
-    return qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1"));
-}
-
-class PanelPictures : public PanelScene,
-                      public ::testing::WithParamInterface<std::tuple<State, Appearance::ColorScheme>>
-{
-protected:
-    static const State &state() { return std::get<State>(GetParam()); }
-    static QString name()
-    {
-        const bool isDark = std::get<Appearance::ColorScheme>(GetParam()) == Appearance::ColorScheme::Dark;
-        return QStringLiteral("%1-%2-%3x")
-            .arg(QString::fromLatin1(state().name), isDark ? QStringLiteral("dark") : QStringLiteral("light"),
-                scaleName());
-    }
-
-    /// In the folder of what was seen; as small as it can be, it may become a reference.
-    static void save(const QImage &picture, const QString &name)
-    {
-        const QDir folder(QStringLiteral(SEEN_PICTURES));
-        EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
-        constexpr int Smallest = 0;
-        EXPECT_TRUE(picture.save(folder.filePath(name + QStringLiteral(".png")), "png", Smallest));
-    }
-};
+using PanelPictures = PictureTest<PanelScene>;
 
 TEST_P(PanelPictures, AreAsExpected)
 {
-    if (state().scales == Scales::One && scaleName() != QStringLiteral("1"))
-        GTEST_SKIP() << "drawn at one scale only";
-    setAppearance(std::get<Appearance::ColorScheme>(GetParam()));
-    state().prepare(*this);
-    ASSERT_NO_FATAL_FAILURE(show());
-    state().arrive(*this);
-    passTime();
-    const QImage seen = picture();
-    save(seen, name());
-    const QString reference = QStringLiteral(EXPECTED_PICTURES "/%1.png").arg(name());
-    const QImage expected(reference);
-    ASSERT_FALSE(expected.isNull()) << reference.toStdString() << " is missing";
-    const auto comparison = pictures::compare(expected, seen);
-    if (comparison.isSame())
-        return;
-    if (!comparison.map.isNull())
-        save(comparison.map, name() + QStringLiteral("-difference"));
-    ADD_FAILURE() << name().toStdString() << ": " << 100 * comparison.differentShare
-                  << " % of the pixels differ by more than " << pictures::ChannelTolerance
-                  << " of 255 in a channel; allowed are " << 100 * pictures::LargestShare << " %. See "
-                  << SEEN_PICTURES;
+    compareWith(QStringLiteral("panel"));
 }
 
 INSTANTIATE_TEST_SUITE_P(StatesAndAppearances, PanelPictures,
-    ::testing::Combine(::testing::ValuesIn(States),
-        ::testing::Values(Appearance::ColorScheme::Dark, Appearance::ColorScheme::Light)),
-    [](const auto &test) {
-        const bool isDark = std::get<1>(test.param) == Appearance::ColorScheme::Dark;
-        std::string name = std::string(std::get<0>(test.param).name) + (isDark ? "_dark" : "_light");
-        std::ranges::replace(name, '-', '_');
-        return name;
-    });
+    ::testing::Combine(::testing::ValuesIn(States), bothAppearances()), pictureName<PanelScene>);
 
 } // namespace

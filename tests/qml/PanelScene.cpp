@@ -2,19 +2,14 @@
 
 #include "store/Seeding.h"
 #include "support/TestImages.h"
-#include "support/Waiting.h"
 #include "ui/history/HistoryModule.h"
 #include "ui/history/RowPictures.h"
 #include "ui/style/SymbolProvider.h"
 
-#include <QFontInfo>
-#include <QGuiApplication>
-#include <QIcon>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QStyleHints>
 
 namespace
 {
@@ -23,15 +18,6 @@ constexpr QSize PanelSize(680, 640);
 constexpr QRgb Backdrop = 0xff6c8299;
 constexpr auto ImageName = "screenshot-harbour.png";
 constexpr auto ImageSize = "1920×1080";
-
-/// The same on every machine.
-void chooseFonts()
-{
-    QGuiApplication::setFont(QFont(QStringLiteral("DejaVu Sans")));
-    ASSERT_EQ(QFontInfo(QGuiApplication::font()).family(), QStringLiteral("DejaVu Sans"));
-    ASSERT_EQ(QFontInfo(QFont(QStringLiteral("monospace"))).family(), QStringLiteral("DejaVu Sans Mono"))
-        << "FONTCONFIG_FILE is to be tests/qml/fonts.conf, as ctest sets it";
-}
 
 QByteArray harbour()
 {
@@ -44,22 +30,6 @@ QByteArray harbour()
     painter.fillRect(image.rect(), gradient);
     painter.end();
     return testimages::encoded(image);
-}
-
-template<class Visit>
-void visitVisible(const QQuickItem &item, const Visit &visit)
-{
-    for (const QQuickItem *const child : item.childItems()) {
-        if (!child->isVisible())
-            continue;
-        visit(*child);
-        visitVisible(*child, visit);
-    }
-}
-
-QString textOf(const QQuickItem &item)
-{
-    return item.inherits("QQuickText") ? item.property("text").toString() : QString();
 }
 
 } // namespace
@@ -126,21 +96,14 @@ void PanelScene::addAssigned(const QByteArray &content, const QString &applicati
 
 void PanelScene::show()
 {
-    ASSERT_NO_FATAL_FAILURE(chooseFonts());
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
-    // A cursor that blinks is not always to be seen.
-    QGuiApplication::styleHints()->setCursorFlashTime(0);
-    QIcon::setThemeName(QStringLiteral("no such theme"));
+    QQmlEngine &engine = *m_window->engine();
+    ASSERT_NO_FATAL_FAILURE(settle(engine));
     ASSERT_TRUE(m_store.context().save());
     m_view = makeView();
     registerHistoryModule();
-    QQmlEngine &engine = *m_window.engine();
-    QObject::connect(&engine, &QQmlEngine::warnings, &m_window, [](const QList<QQmlError> &warnings) {
-        for (const QQmlError &warning : warnings)
-            ADD_FAILURE() << warning.toString().toStdString();
-    });
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     installSymbols(engine);
+    m_themeDriver = std::make_unique<ThemeDriver>(engine, m_appearance);
     installRowPictures(engine, *m_view->filteredItems(), m_store.filePath());
     QQmlComponent component(
         &engine, QUrl(QStringLiteral("qrc:/qt/qml/Larkspool/History/ClipboardHistory.qml")));
@@ -148,14 +111,13 @@ void PanelScene::show()
     m_content.reset(qobject_cast<QQuickItem *>(component.createWithInitialProperties(
         {{QStringLiteral("view"), QVariant::fromValue(m_view.get())}})));
     ASSERT_TRUE(m_content);
-    m_window.setColor(QColor::fromRgb(Backdrop));
-    m_window.resize(PanelSize);
-    m_content->setParentItem(m_window.contentItem());
+    m_window->setColor(QColor::fromRgb(Backdrop));
+    m_window->resize(PanelSize);
+    m_content->setParentItem(m_window->contentItem());
     m_content->setSize(PanelSize);
     m_content->setFocus(true);
-    m_window.show();
-    m_window.requestActivate();
-    ASSERT_TRUE(waitUntil([this] { return m_window.isExposed() && m_window.isActive(); }));
+    m_window->show();
+    waitUntilActive();
 }
 
 void PanelScene::passTime()
@@ -163,45 +125,10 @@ void PanelScene::passTime()
     m_queue.advanceBy(std::chrono::seconds(1));
 }
 
-void PanelScene::moveMouse(const QPointF &place)
-{
-    QMouseEvent move(
-        QEvent::MouseMove, place, m_window.mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&m_window, &move);
-}
-
-void PanelScene::click(const QPointF &place, Qt::MouseButton button)
-{
-    const QPointF global = m_window.mapToGlobal(place);
-    QMouseEvent press(QEvent::MouseButtonPress, place, global, button, button, Qt::NoModifier);
-    QCoreApplication::sendEvent(&m_window, &press);
-    QMouseEvent release(QEvent::MouseButtonRelease, place, global, button, Qt::NoButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&m_window, &release);
-}
-
-void PanelScene::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
-{
-    QKeyEvent press(QEvent::KeyPress, key, modifiers);
-    QCoreApplication::sendEvent(&m_window, &press);
-    QKeyEvent release(QEvent::KeyRelease, key, modifiers);
-    QCoreApplication::sendEvent(&m_window, &release);
-}
-
-QPointF PanelScene::placeOf(const QString &text) const
-{
-    QList<QPointF> places;
-    visitVisible(*m_content, [&](const QQuickItem &item) {
-        if (textOf(item) == text)
-            places.append(item.mapToScene({item.width() / 2, item.height() / 2}));
-    });
-    EXPECT_EQ(places.size(), 1) << text.toStdString();
-    return places.value(0);
-}
-
 QRectF PanelScene::cardOf(const QString &text) const
 {
     const QQuickItem *found = nullptr;
-    visitVisible(*m_content, [&](const QQuickItem &item) {
+    visitVisible([&](const QQuickItem &item) {
         if (textOf(item) == text)
             found = &item;
     });
@@ -218,14 +145,10 @@ QRectF PanelScene::cardOf(const QString &text) const
 
 bool PanelScene::isComplete() const
 {
-    constexpr int Ready = 1;
-    bool isEveryPictureReady = true;
     bool hasImage = false;
     bool hasImageSize = false;
     bool isHighlightInSight = true;
-    visitVisible(*m_content, [&](const QQuickItem &item) {
-        if (item.inherits("QQuickImage") && !item.property("source").toString().isEmpty())
-            isEveryPictureReady = isEveryPictureReady && item.property("status").toInt() == Ready;
+    visitVisible([&](const QQuickItem &item) {
         // The list follows the highlight in a turn of its own.
         const bool isHighlighted = item.inherits("CardFace") && item.parentItem()->parentItem() &&
             item.parentItem()->parentItem()->property("isSelected").toBool();
@@ -236,16 +159,5 @@ bool PanelScene::isComplete() const
         hasImage = hasImage || textOf(item) == QString::fromUtf8(ImageName);
         hasImageSize = hasImageSize || textOf(item) == QString::fromUtf8(ImageSize);
     });
-    return isEveryPictureReady && isHighlightInSight && hasImage == hasImageSize;
-}
-
-QImage PanelScene::picture()
-{
-    QImage latest;
-    const bool isSteady = waitUntil([this, &latest] {
-        const QImage previous = std::exchange(latest, m_window.grabWindow());
-        return isComplete() && latest == previous;
-    });
-    EXPECT_TRUE(isSteady);
-    return latest.convertToFormat(QImage::Format_RGB32);
+    return PictureScene::isComplete() && isHighlightInSight && hasImage == hasImageSize;
 }

@@ -96,7 +96,7 @@ TestCase {
     }
 
     function isOf(type) {
-        return item => item.toString().startsWith(type)
+        return item => item.toString().startsWith(type + "_") || item.toString().startsWith(type + "(")
     }
 
     function texts(row) {

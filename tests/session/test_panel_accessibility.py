@@ -1,8 +1,10 @@
 """The panel for somebody who does not see it: each of its states as a screen reader hears it, and hears of it."""
 
+import itertools
+import re
 import unittest
 
-from harness import Desktop, Larkspool, Store, programs, run_tests, screen_reader, wait_until
+from harness import Desktop, Larkspool, Store, need, programs, run_tests, screen_reader, wait_until
 
 CATEGORIES = ["Text", "URL", "Image", "File", "Rich Text"]
 NAMED = {"push button", "text", "list", "list item", "menu item", "popup menu", "label", "dialog", "panel"}
@@ -11,10 +13,12 @@ ROW = "list item"
 
 
 class Panel(unittest.TestCase):
+    may_print = ()
+
     def setUp(self):
         self.desktop = self.enterContext(Desktop())
         self.store = Store(self.desktop.store_file)
-        self.program = self.enterContext(Larkspool(self.desktop))
+        self.program = self.enterContext(Larkspool(self.desktop, may_print=self.may_print))
         self.keyboard = self.desktop.keyboard
 
     def copy(self, *texts):
@@ -408,6 +412,26 @@ class Several(Panel):
         self.click(self.wait_for(BUTTON, "Paste ↩"))
         self.program.wait_until_hidden()
         wait_until(lambda: terminal.typed() == b"three two", "pasted")
+
+
+class Spoken(Panel):
+    # The toolkit shows each key to the reader first, and says when that does not answer at once.
+    may_print = [r"^QSpiApplication::keyEventError "]
+
+    def test_a_screen_reader_speaks_the_row_that_the_keys_move_the_highlight_to(self):
+        need("orca")
+        log = self.desktop.home / "orca.log"
+        self.open("one", "two", "three")
+        self.desktop.spawn("orca", "--replace", f"--debug-file={log}")
+        keys = itertools.cycle(["Down", "Up"])
+
+        def is_spoken():
+            # The reader writes its log in blocks: what it has said is in it when it has said more.
+            self.keyboard.press(next(keys))
+            spoken = re.findall(r"SPEECH OUTPUT: '(.*?)'", log.read_text()) if log.exists() else []
+            return {"two.", "three.", "TEXT, now."} <= set(spoken)
+
+        wait_until(is_spoken, "both rows are spoken", 60, every=1)
 
 
 if __name__ == "__main__":

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "fakes/FakeAppearance.h"
 #include "fakes/FakeLocalEvents.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeSystemSound.h"
@@ -95,7 +94,6 @@ protected:
     FakePasteboard m_pasteboard;
     FakeLocalEvents m_events;
     FakeSystemSound m_sound;
-    FakeAppearance m_appearance;
     QByteArrayList m_picked;
 
 private:
@@ -107,7 +105,6 @@ private:
             .defaults = m_defaults,
             .events = m_events,
             .sound = m_sound,
-            .appearance = m_appearance,
             .queue = m_queue,
             .clock = m_clock,
             .caseRule = rule};

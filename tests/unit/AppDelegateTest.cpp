@@ -265,6 +265,25 @@ TEST_F(Controller, TheSettingsOpenWithoutAStore)
     EXPECT_EQ(delegate->settingsWindow()->view().categoryManager(), nullptr);
 }
 
+TEST_F(Controller, TheWindowsLookAsTheDesktopDoesWithoutAStoreToo)
+{
+    const CapturedConsole console;
+    QFile occupied(path("larkspool"));
+    ASSERT_TRUE(occupied.open(QIODevice::WriteOnly));
+    launch();
+    ASSERT_EQ(delegate->historyView(), nullptr);
+    appearance->scheme = Appearance::ColorScheme::Dark;
+    openSettings();
+    queue.advanceBy(100ms);
+    SettingsWindow &window = *delegate->settingsWindow();
+    ASSERT_TRUE(waitUntil([&] { return window.isExposed(); }));
+    const auto lightness = [&] { return window.grabWindow().pixelColor(240, 390).lightness(); };
+    EXPECT_LT(lightness(), 64);
+    appearance->scheme = Appearance::ColorScheme::Light;
+    appearance->onChanged();
+    EXPECT_GT(lightness(), 192);
+}
+
 TEST_F(Controller, TheHotKeyIsFreeWhileAnotherIsRecordedAndBackAfterwards)
 {
     launch();

@@ -546,7 +546,7 @@ TEST_F(HistoryActions, PreciseScrollingMovesItAfterMoreThanTwentyPoints)
     EXPECT_EQ(view->selectedIndex(), 0);
 }
 
-// Sound, appearance and end
+// Sound, border and end
 
 TEST_F(HistoryActions, MovesClickAndRefusedOnesAreSilent)
 {
@@ -579,22 +579,6 @@ TEST_F(HistoryActions, TheBorderIsThePreferredColourOrOrange)
     EXPECT_EQ(view->borderColor(), QColor(0x34, 0xc7, 0x59));
     setPreference("borderColorHex", "blue");
     EXPECT_EQ(view->borderColor(), QColor(0xff, 0x8c, 0x00));
-}
-
-TEST_F(HistoryActions, TheDesktopsLookIsFollowed)
-{
-    const auto view = makeView();
-    int changes = 0;
-    QObject::connect(
-        view.get(), &ClipboardHistoryView::appearanceChanged, view.get(), [&changes] { ++changes; });
-    EXPECT_FALSE(view->isDark());
-    EXPECT_TRUE(view->hasAnimations());
-    m_appearance.scheme = Appearance::ColorScheme::Dark;
-    m_appearance.isAnimated = false;
-    m_appearance.onChanged();
-    EXPECT_EQ(changes, 1);
-    EXPECT_TRUE(view->isDark());
-    EXPECT_FALSE(view->hasAnimations());
 }
 
 TEST_F(HistoryActions, AViewThatHasDisappearedHearsNoKeys)

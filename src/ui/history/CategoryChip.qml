@@ -17,10 +17,7 @@ Rectangle {
 
     signal clicked
 
-    onIsFocusedChanged: {
-        if (isFocused)
-            ScreenReader.follow(chip)
-    }
+    onIsFocusedChanged: ScreenReader.follow(chip)
 
     width: Math.min(sign.width + label.implicitWidth + 25, 220)
     height: Theme.chipHeight

@@ -40,18 +40,6 @@ FocusScope {
             root.takeFocus()
     }
 
-    Binding {
-        target: Theme
-        property: "isDark"
-        value: root.view.isDark
-    }
-
-    Binding {
-        target: Theme
-        property: "animated"
-        value: root.view.hasAnimations
-    }
-
     Connections {
         target: root.view
 
@@ -84,7 +72,6 @@ FocusScope {
         anchors.topMargin: 14
         view: root.view
         count: list.count
-        isHighlightMoved: list.isHighlightMoved
         onMenuRequested: button => {
             const corner = root.mapFromItem(button, 0, button.height + 4)
             headerMenu.openBeside(corner.x + button.width, corner.x, corner.y)
@@ -134,6 +121,7 @@ FocusScope {
         anchors.right: parent.right
         anchors.bottomMargin: 1
         view: root.view
+        isHighlightMoved: head.isHighlightMoved
         onMenuRequested: (row, x, y) => {
             const place = root.mapFromItem(list, x, y)
             rowMenu.openFor(row, place.x, place.y)

@@ -31,16 +31,12 @@ ClipboardHistoryView::ClipboardHistoryView(const Surroundings &surroundings, Ite
     m_search.onAnswerChanged = [this](const auto &item) { m_filteredItems.reconsider(item); };
     m_filteredItems.onChanged = [this] { itemsChanged(); };
     m_categories.onChanged = [this] { categoriesChanged(); };
-    surroundings.appearance.onChanged = [this] { Q_EMIT appearanceChanged(); };
     connect(&surroundings.defaults, &UserDefaults::changed, this, &ClipboardHistoryView::preferencesChanged);
     m_panelWillShow =
         surroundings.notifications.addObserver(notification::panelWillShow(), [this] { resetState(); });
 }
 
-ClipboardHistoryView::~ClipboardHistoryView()
-{
-    m_surroundings.appearance.onChanged = nullptr;
-}
+ClipboardHistoryView::~ClipboardHistoryView() = default;
 
 bool ClipboardHistoryView::isHistoryEmpty() const
 {
@@ -160,16 +156,6 @@ QColor ClipboardHistoryView::borderColor() const
     const auto color = Color::hex(m_surroundings.defaults.value(preference::BorderColorHex));
     return color ? QColor::fromRgbF(float(color->red), float(color->green), float(color->blue))
                  : QColor::fromRgb(Orange);
-}
-
-bool ClipboardHistoryView::isDark() const
-{
-    return m_surroundings.appearance.colorScheme() == Appearance::ColorScheme::Dark;
-}
-
-bool ClipboardHistoryView::hasAnimations() const
-{
-    return m_surroundings.appearance.hasAnimations();
 }
 
 void ClipboardHistoryView::setFocus(Focus focus)

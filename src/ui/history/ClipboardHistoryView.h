@@ -4,7 +4,6 @@
 #include "base/MainQueue.h"
 #include "base/NotificationCenter.h"
 #include "base/UserDefaults.h"
-#include "platform/Appearance.h"
 #include "platform/LocalEvents.h"
 #include "platform/Pasteboard.h"
 #include "platform/SystemSound.h"
@@ -51,8 +50,6 @@ class ClipboardHistoryView : public QObject
     Q_PROPERTY(bool isCreatingNew READ isCreatingNew NOTIFY editChanged)
     Q_PROPERTY(QString newItemText READ newItemText WRITE setNewItemText NOTIFY newItemTextChanged)
     Q_PROPERTY(QColor borderColor READ borderColor NOTIFY preferencesChanged)
-    Q_PROPERTY(bool isDark READ isDark NOTIFY appearanceChanged)
-    Q_PROPERTY(bool hasAnimations READ hasAnimations NOTIFY appearanceChanged)
     Q_PROPERTY(Focus focus READ focus NOTIFY focusChanged)
 
 public:
@@ -70,7 +67,6 @@ public:
         const UserDefaults &defaults;
         LocalEvents &events;
         SystemSound &sound;
-        Appearance &appearance;
         MainQueue &queue;
         const Clock &clock;
         text::CaseRule caseRule = text::CaseRule::Common;
@@ -137,10 +133,6 @@ public:
 
     /// The colour around the highlighted row, from the preferences.
     QColor borderColor() const;
-    /// The colour scheme that the desktop wants.
-    bool isDark() const;
-    /// Whether things may move.
-    bool hasAnimations() const;
 
     Focus focus() const { return m_focus; }
     bool isViewFocused() const { return m_focus == Focus::View; }
@@ -207,7 +199,6 @@ Q_SIGNALS:
     void editTextChanged();
     void newItemTextChanged();
     void preferencesChanged();
-    void appearanceChanged();
     void focusChanged();
     /// The list shows its beginning again.
     void wasReset();

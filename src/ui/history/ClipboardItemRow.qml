@@ -58,15 +58,9 @@ Item {
         easing.type: Easing.OutQuad
     }
 
-    onIsFocusedChanged: {
-        if (isFocused)
-            ScreenReader.follow(row)
-    }
+    onIsFocusedChanged: ScreenReader.follow(row)
     // A row that is used again is another entry.
-    onPreviewChanged: {
-        if (isFocused)
-            ScreenReader.follow(row)
-    }
+    onPreviewChanged: ScreenReader.follow(row)
 
     height: Theme.cardHeight
     z: isSelected ? 2 : isHovered ? 1 : 0
@@ -159,42 +153,18 @@ Item {
                 cardScale: row.cardScale
             }
 
-            Item {
-                id: actions
-
-                readonly property bool isShown: row.isHovered || row.isSelected
-
+            RowActionsPlace {
                 x: content.x
                 anchors.bottom: parent.bottom
                 anchors.bottomMargin: Theme.cardBottom
                 width: content.width
-                height: Theme.rowButtonSize
-                opacity: isShown ? 1 : 0
-                scale: isShown ? 1 : Theme.hiddenActionsScale
-
-                Behavior on opacity {
-                    enabled: row.visible
-
-                    QuickMove {}
-                }
-                Behavior on scale {
-                    enabled: row.visible
-
-                    QuickMove {}
-                }
-
-                Repeater {
-                    model: actions.isShown || actions.opacity > 0 ? 1 : 0
-
-                    RowActions {
-                        width: actions.width
-                        isPinned: row.isPinned
-                        notice: row.notice
-                        cardScale: row.cardScale
-                        onPin: row.pin()
-                        onRemove: row.remove()
-                    }
-                }
+                isShown: row.isHovered || row.isSelected
+                isAnimated: row.visible
+                isPinned: row.isPinned
+                notice: row.notice
+                cardScale: row.cardScale
+                onPin: row.pin()
+                onRemove: row.remove()
             }
         }
 

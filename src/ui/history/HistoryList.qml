@@ -12,8 +12,7 @@ ListView {
 
     readonly property int largestShift: 2 * (Theme.highlightSpacing + Theme.neighbourSpacing)
 
-    /// In a search the highlight moves while the keyboard focus stays in the field. A screen reader hears of it as
-    /// if the focus had moved, until more is typed.
+    /// Whether the highlight moves while the keyboard focus is in a search.
     property bool isHighlightMoved: false
 
     signal menuRequested(int row, real x, real y)
@@ -76,22 +75,6 @@ ListView {
             list.view.setFocus(ClipboardHistoryView.View)
         else
             list.view.endFocus(ClipboardHistoryView.View)
-    }
-
-    Connections {
-        target: list.view
-
-        function onSelectedIndexChanged() {
-            list.isHighlightMoved = list.view.focus === ClipboardHistoryView.Search
-        }
-
-        function onSearchTextChanged() {
-            list.isHighlightMoved = false
-        }
-
-        function onFocusChanged() {
-            list.isHighlightMoved = false
-        }
     }
 
     delegate: Item {

@@ -24,10 +24,7 @@ Item {
     /// What the label leaves free.
     readonly property int rightSide: modelData.entries === undefined ? 10 : 24
 
-    onIsFocusedChanged: {
-        if (isFocused)
-            ScreenReader.follow(row)
-    }
+    onIsFocusedChanged: ScreenReader.follow(row)
 
     implicitWidth: label.implicitWidth + label.x + rightSide
     height: isDivider ? 9 : 28

@@ -10,7 +10,8 @@ Column {
 
     required property ClipboardHistoryView view
     required property int count
-    /// Whether the highlight has moved during a search.
+    /// In a search the highlight moves while the keyboard focus stays in the field. A screen reader hears of it as
+    /// if the focus had moved, until more is typed.
     property bool isHighlightMoved: false
 
     signal menuRequested(Item button)
@@ -23,6 +24,22 @@ Column {
 
     function focusCategorySearch() {
         categorySearch.takeFocus()
+    }
+
+    Connections {
+        target: head.view
+
+        function onSelectedIndexChanged() {
+            head.isHighlightMoved = head.view.focus === ClipboardHistoryView.Search
+        }
+
+        function onSearchTextChanged() {
+            head.isHighlightMoved = false
+        }
+
+        function onFocusChanged() {
+            head.isHighlightMoved = false
+        }
     }
 
     HeaderBar {

@@ -21,10 +21,7 @@ FocusScope {
 
     signal closed
 
-    onIsFocusedChanged: {
-        if (isFocused)
-            ScreenReader.follow(sheet)
-    }
+    onIsFocusedChanged: ScreenReader.follow(sheet)
 
     visible: false
     z: 10

@@ -2,7 +2,20 @@
 
 #include <QAccessible>
 
+#include <algorithm>
+#include <ranges>
 #include <utility>
+
+namespace
+{
+
+bool isFocused(const QPointer<QQuickItem> &item)
+{
+    const QAccessibleInterface *const known = item ? QAccessible::queryAccessibleInterface(item) : nullptr;
+    return known && known->state().focused;
+}
+
+} // namespace
 
 ScreenReader::ScreenReader(QObject *parent)
     : QObject(parent)
@@ -13,19 +26,19 @@ void ScreenReader::follow(QQuickItem *item)
 {
     if (!QAccessible::isActive())
         return;
-    const bool isScheduled = !m_item.isNull();
-    m_item = item;
     // Later: a reader has to hear first that the window is active.
-    if (!isScheduled)
+    if (m_items.empty())
         QMetaObject::invokeMethod(this, &ScreenReader::report, Qt::QueuedConnection);
+    m_items.emplace_back(item);
 }
 
 void ScreenReader::report()
 {
-    const QPointer<QQuickItem> item = std::exchange(m_item, nullptr);
-    const QAccessibleInterface *const known = item ? QAccessible::queryAccessibleInterface(item) : nullptr;
-    if (!known || !known->state().focused)
+    const auto items = std::exchange(m_items, {});
+    const auto lastFirst = items | std::views::reverse;
+    const auto focused = std::ranges::find_if(lastFirst, isFocused);
+    if (focused == lastFirst.end())
         return;
-    QAccessibleEvent event(item, QAccessible::Focus);
+    QAccessibleEvent event(focused->data(), QAccessible::Focus);
     QAccessible::updateAccessibility(&event);
 }

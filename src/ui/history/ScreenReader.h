@@ -5,11 +5,13 @@
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
-/// Tells screen readers what the keys go to where the keyboard focus does not: to the highlighted row of a list,
-/// or to a chip. Toolkit and reader learn of the keyboard focus by themselves.
+#include <vector>
+
+/// Tells screen readers what the keys go to where the keyboard focus does not: to the highlighted row of a
+/// list, or to a chip. Of the keyboard focus they hear from the toolkit.
 ///
-/// The bridge to AT-SPI passes on a state of "focused" only together with an event of the focus, and Qt Quick sends
-/// that for the keyboard focus alone.
+/// The bridge to AT-SPI passes "focused" on only with an event of the focus, and Qt Quick sends that for the
+/// keyboard focus alone.
 class ScreenReader : public QObject
 {
     Q_OBJECT
@@ -19,12 +21,12 @@ class ScreenReader : public QObject
 public:
     explicit ScreenReader(QObject *parent = nullptr);
 
-    /// Reports the focus on the item in a later turn of the event loop, when its Accessible.focused is true then.
-    /// Of several items in one turn, only the last one counts.
+    /// The item's Accessible.focused has changed, or what it shows has. In a later turn of the event loop,
+    /// the last item of this turn that is focused then is reported to have the focus.
     Q_INVOKABLE void follow(QQuickItem *item);
 
 private:
     void report();
 
-    QPointer<QQuickItem> m_item;
+    std::vector<QPointer<QQuickItem>> m_items;
 };

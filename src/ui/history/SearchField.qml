@@ -29,10 +29,7 @@ Rectangle {
             takeFocus()
     }
 
-    onIsAsideChanged: {
-        if (!isAside && input.activeFocus)
-            ScreenReader.follow(input)
-    }
+    onIsAsideChanged: ScreenReader.follow(input)
 
     function takeFocus() {
         input.forceActiveFocus()

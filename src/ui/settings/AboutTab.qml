@@ -9,7 +9,7 @@ Item {
 
     Column {
         anchors.centerIn: parent
-        width: page.width - 2 * Theme.settingsMargin
+        width: page.width - 2 * SettingsTheme.margin
         spacing: 8
 
         Item {
@@ -23,7 +23,8 @@ Item {
                 width: 100
                 height: 100
                 source: "qrc:/larkspool/AppIcon.svg"
-                sourceSize: Qt.size(100, 100)
+                sourceSize.width: 100
+                sourceSize.height: 100
 
                 Accessible.role: Accessible.Graphic
                 Accessible.name: qsTr("Larkspool")
@@ -35,7 +36,7 @@ Item {
                 visible: icon.status === Image.Error
                 name: "clipboard.fill"
                 size: 80
-                color: Theme.accent
+                color: SettingsTheme.accent
             }
         }
 
@@ -56,7 +57,7 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             text: qsTr("Version %1").arg(Qt.application.version)
             color: Theme.secondaryText
-            font.pixelSize: Theme.formText
+            font.pixelSize: SettingsTheme.formText
 
             Accessible.role: Accessible.StaticText
             Accessible.name: text
@@ -68,7 +69,7 @@ Item {
             bottomPadding: 10
             text: qsTr("A modern clipboard history manager for macOS")
             color: Theme.secondaryText
-            font.pixelSize: Theme.formText
+            font.pixelSize: SettingsTheme.formText
             wrapMode: Text.Wrap
 
             Accessible.role: Accessible.StaticText

@@ -22,17 +22,18 @@ T.Popup {
     onOpened: name.selectAll()
 
     T.Overlay.modal: Rectangle {
-        color: "#66000000"
+        color: SettingsTheme.veil
     }
 
     background: Rectangle {
         radius: 12
-        color: Theme.window
+        color: SettingsTheme.window
         border.width: 1
         border.color: Theme.menuBorder
     }
 
-    contentItem: Column {
+    // The ids in it make it be there at once, which it is to be.
+    contentItem: Column { // qmllint disable deferred-property-id
         spacing: 14
 
         Accessible.role: Accessible.Dialog
@@ -77,8 +78,7 @@ T.Popup {
         }
 
         SwatchRow {
-            leftPadding: 3
-            side: Theme.paletteCircle
+            side: SettingsTheme.paletteCircle
             spacing: 5
             colors: form.manager.palette
             value: form.manager.newColorHex

@@ -13,12 +13,12 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        anchors.margins: Theme.settingsMargin
+        anchors.margins: SettingsTheme.margin
         anchors.bottomMargin: 56
-        radius: Theme.groupRadius
-        color: Theme.group
+        radius: SettingsTheme.groupRadius
+        color: SettingsTheme.group
         border.width: 1
-        border.color: Theme.groupBorder
+        border.color: SettingsTheme.groupBorder
 
         ListView {
             id: list
@@ -40,12 +40,23 @@ Item {
             }
         }
 
+        Rectangle {
+            anchors.right: parent.right
+            anchors.rightMargin: 3
+            y: list.y + 4 + list.visibleArea.yPosition * (list.height - 8)
+            width: 3
+            height: Math.max(12, list.visibleArea.heightRatio * (list.height - 8))
+            visible: list.visibleArea.heightRatio < 1
+            radius: width / 2
+            color: Theme.tertiaryText
+        }
+
         Text {
             anchors.centerIn: parent
             visible: list.count === 0
             text: qsTr("No categories")
             color: Theme.secondaryText
-            font.pixelSize: Theme.formText
+            font.pixelSize: SettingsTheme.formText
         }
     }
 
@@ -53,19 +64,20 @@ Item {
         id: add
 
         anchors.left: parent.left
-        anchors.leftMargin: Theme.settingsMargin
+        // The symbol stands below the edge of the list, the place around it beyond.
+        anchors.leftMargin: SettingsTheme.margin - 6
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 16
         width: implicitContentWidth + 12
-        height: Theme.controlHeight
+        height: SettingsTheme.controlHeight
         focusPolicy: Qt.StrongFocus
         text: qsTr("Add &new category")
 
         Accessible.name: text.replace("&", "")
 
         onClicked: page.manager.addNew()
-        Keys.onReturnPressed: add.click()
-        Keys.onEnterPressed: add.click()
+        Keys.onReturnPressed: add.clicked()
+        Keys.onEnterPressed: add.clicked()
 
         contentItem: Row {
             leftPadding: 6
@@ -75,7 +87,7 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 name: "plus.circle.fill"
                 size: 17
-                color: Theme.accent
+                color: SettingsTheme.accent
             }
 
             ControlText {
@@ -85,19 +97,19 @@ Item {
         }
 
         background: Rectangle {
-            radius: Theme.controlRadius
+            radius: SettingsTheme.controlRadius
             color: add.hovered ? Theme.hoveredButton : "transparent"
 
             FocusRing {
                 visible: add.visualFocus
-                radius: Theme.controlRadius + 3
+                radius: SettingsTheme.controlRadius + 3
             }
         }
     }
 
     PushButton {
         anchors.right: parent.right
-        anchors.rightMargin: Theme.settingsMargin
+        anchors.rightMargin: SettingsTheme.margin
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 16
         text: qsTr("&Restore Defaults")
@@ -114,7 +126,7 @@ Item {
             tip.text = text
         }
 
-        parent: button ?? page
+        parent: (button ?? page) as Item
         visible: button !== null && button.hovered && !button.down
         delay: 500
         // The button may go while its tip is shown, with its row.
@@ -127,7 +139,7 @@ Item {
         contentItem: Text {
             text: tip.text
             color: Theme.primaryText
-            font.pixelSize: Theme.helpText
+            font.pixelSize: SettingsTheme.helpText
         }
 
         background: Rectangle {

@@ -17,9 +17,16 @@ Item {
     required property CategoryManagerView manager
     required property int count
 
+    readonly property bool hasKeyboard: up.activeFocus || down.activeFocus || edit.activeFocus || remove.activeFocus
+
     signal tipRequested(button: T.AbstractButton, text: string)
 
     height: 40
+
+    onHasKeyboardChanged: {
+        if (hasKeyboard)
+            ListView.view.positionViewAtIndex(index, ListView.Contain)
+    }
 
     Accessible.role: Accessible.ListItem
     Accessible.name: row.name
@@ -28,7 +35,7 @@ Item {
     Rectangle {
         id: sign
 
-        x: Theme.groupPadding
+        x: SettingsTheme.groupPadding
         anchors.verticalCenter: parent.verticalCenter
         width: 26
         height: 26
@@ -50,10 +57,11 @@ Item {
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         width: Math.min(implicitWidth, buttons.x - x - (badge.visible ? badge.width + 16 : 8))
-        text: row.name
+        // In one line, whatever the name holds.
+        text: row.name.replace(/[\u0000-\u001f\u007f-\u009f\u2028\u2029]+/g, " ")
         textFormat: Text.PlainText
         color: Theme.primaryText
-        font.pixelSize: Theme.formText
+        font.pixelSize: SettingsTheme.formText
         elide: Text.ElideRight
         maximumLineCount: 1
 
@@ -70,7 +78,7 @@ Item {
         height: badgeText.implicitHeight + 4
         visible: row.isDefault
         radius: height / 2
-        color: Theme.control
+        color: SettingsTheme.control
 
         Text {
             id: badgeText
@@ -93,6 +101,8 @@ Item {
         spacing: 2
 
         IconButton {
+            id: up
+
             symbol: "chevron.up"
             text: qsTr("Move Up")
             symbolColor: row.index > 0 ? Theme.secondaryText : Theme.tertiaryText
@@ -101,6 +111,8 @@ Item {
         }
 
         IconButton {
+            id: down
+
             symbol: "chevron.down"
             text: qsTr("Move Down")
             symbolColor: row.index < row.count - 1 ? Theme.secondaryText : Theme.tertiaryText
@@ -109,6 +121,8 @@ Item {
         }
 
         IconButton {
+            id: edit
+
             symbol: "pencil"
             text: qsTr("Edit")
             onClicked: row.manager.edit(row.index)
@@ -116,6 +130,8 @@ Item {
         }
 
         IconButton {
+            id: remove
+
             symbol: "trash"
             text: qsTr("Delete")
             symbolColor: Theme.deleteSymbol
@@ -126,7 +142,7 @@ Item {
 
     Rectangle {
         anchors.bottom: parent.bottom
-        x: Theme.groupPadding
+        x: SettingsTheme.groupPadding
         width: parent.width - 2 * x
         height: 1
         visible: row.index < row.count - 1

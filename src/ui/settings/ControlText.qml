@@ -9,7 +9,7 @@ Text {
     text: label.replace(/&(.)/, AccessKeys.areShown ? "<u>$1</u>" : "$1")
     textFormat: Text.StyledText
     color: Theme.primaryText
-    font.pixelSize: Theme.formText
+    font.pixelSize: SettingsTheme.formText
     elide: Text.ElideRight
 
     // The control has the name already.

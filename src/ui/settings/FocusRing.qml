@@ -1,5 +1,5 @@
 import QtQuick
-import Larkspool.Style
+import Larkspool.Settings
 
 /// Around a control that the keyboard has reached.
 Rectangle {
@@ -7,5 +7,5 @@ Rectangle {
     anchors.margins: -3
     color: "transparent"
     border.width: 2
-    border.color: Theme.focusRing
+    border.color: SettingsTheme.focusRing
 }

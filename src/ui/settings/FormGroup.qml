@@ -1,4 +1,5 @@
 import QtQuick
+import Larkspool.Settings
 import Larkspool.Style
 
 /// Rows of a form on one sheet, with a title above and an explanation below, where there are such.
@@ -14,10 +15,10 @@ Column {
 
     Text {
         visible: group.title !== ""
-        leftPadding: Theme.groupPadding
+        leftPadding: SettingsTheme.groupPadding
         text: group.title
         color: Theme.secondaryText
-        font.pixelSize: Theme.formText
+        font.pixelSize: SettingsTheme.formText
         font.weight: Font.DemiBold
 
         Accessible.role: Accessible.Heading
@@ -27,27 +28,27 @@ Column {
     Rectangle {
         width: group.width
         height: sheet.height
-        radius: Theme.groupRadius
-        color: Theme.group
+        radius: SettingsTheme.groupRadius
+        color: SettingsTheme.group
         border.width: 1
-        border.color: Theme.groupBorder
+        border.color: SettingsTheme.groupBorder
 
         Column {
             id: sheet
 
-            x: Theme.groupPadding
-            width: parent.width - 2 * Theme.groupPadding
+            x: SettingsTheme.groupPadding
+            width: parent.width - 2 * SettingsTheme.groupPadding
         }
     }
 
     Text {
         visible: group.help !== ""
         width: group.width
-        leftPadding: Theme.groupPadding
-        rightPadding: Theme.groupPadding
+        leftPadding: SettingsTheme.groupPadding
+        rightPadding: SettingsTheme.groupPadding
         text: group.help
         color: Theme.secondaryText
-        font.pixelSize: Theme.helpText
+        font.pixelSize: SettingsTheme.helpText
         wrapMode: Text.Wrap
 
         Accessible.role: Accessible.StaticText

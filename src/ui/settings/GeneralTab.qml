@@ -1,6 +1,5 @@
 import QtQuick
 import Larkspool.Settings
-import Larkspool.Style
 
 Item {
     id: page
@@ -8,9 +7,9 @@ Item {
     required property SettingsView view
 
     FormGroup {
-        x: Theme.settingsMargin
-        y: Theme.settingsMargin
-        width: page.width - 2 * Theme.settingsMargin
+        x: SettingsTheme.margin
+        y: SettingsTheme.margin
+        width: page.width - 2 * SettingsTheme.margin
 
         Toggle {
             label: qsTr("&Launch at login")
@@ -46,7 +45,7 @@ Item {
 
         Item {
             width: parent.width
-            height: Math.max(Theme.formRow + 6, label.implicitHeight + 14)
+            height: Math.max(SettingsTheme.formRow + 6, label.implicitHeight + 14)
 
             ControlText {
                 id: label

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Larkspool.Settings
 import Larkspool.Style
 
 /// A small button with a symbol; what it does, its text says to a screen reader and its tip to the eye.
@@ -9,13 +10,13 @@ T.AbstractButton {
     required property string symbol
     property color symbolColor: Theme.secondaryText
 
-    implicitWidth: Theme.controlHeight
-    implicitHeight: Theme.controlHeight
+    implicitWidth: SettingsTheme.controlHeight
+    implicitHeight: SettingsTheme.controlHeight
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.3
 
-    Keys.onReturnPressed: control.click()
-    Keys.onEnterPressed: control.click()
+    Keys.onReturnPressed: control.clicked()
+    Keys.onEnterPressed: control.clicked()
 
     contentItem: Item {
         Symbol {
@@ -27,12 +28,12 @@ T.AbstractButton {
     }
 
     background: Rectangle {
-        radius: Theme.controlRadius
+        radius: SettingsTheme.controlRadius
         color: control.hovered || control.down ? Theme.hoveredButton : "transparent"
 
         FocusRing {
             visible: control.visualFocus
-            radius: Theme.controlRadius + 2
+            radius: SettingsTheme.controlRadius + 2
         }
     }
 }

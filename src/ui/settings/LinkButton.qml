@@ -10,8 +10,8 @@ Item {
 
     signal clicked
 
-    implicitWidth: caption.implicitWidth
-    implicitHeight: caption.implicitHeight + 4
+    implicitWidth: caption.implicitWidth + 4
+    implicitHeight: caption.implicitHeight
     activeFocusOnTab: true
 
     Accessible.role: Accessible.Link
@@ -31,6 +31,7 @@ Item {
     ControlText {
         id: caption
 
+        anchors.centerIn: parent
         label: link.label
         color: Theme.link
         font.underline: hover.hovered

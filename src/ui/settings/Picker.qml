@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Larkspool.Settings
 import Larkspool.Style
 
 /// A row of a form with one of several choices: objects with the `value` that is stored and the `text` that is shown.
@@ -15,7 +16,7 @@ Item {
     signal chosen(value: var)
 
     width: parent ? parent.width : 0
-    height: Theme.formRow
+    height: SettingsTheme.formRow
 
     ControlText {
         anchors.left: parent.left
@@ -31,7 +32,7 @@ Item {
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         width: 132
-        height: Theme.controlHeight
+        height: SettingsTheme.controlHeight
         focusPolicy: Qt.StrongFocus
         model: picker.choices
         textRole: "text"
@@ -57,14 +58,14 @@ Item {
         }
 
         background: Rectangle {
-            radius: Theme.controlRadius
-            color: box.hovered || box.down ? Theme.hoveredControl : Theme.control
+            radius: SettingsTheme.controlRadius
+            color: box.hovered || box.down ? SettingsTheme.hoveredControl : SettingsTheme.control
             border.width: 1
-            border.color: Theme.controlBorder
+            border.color: SettingsTheme.controlBorder
 
             FocusRing {
                 visible: box.visualFocus
-                radius: Theme.controlRadius + 3
+                radius: SettingsTheme.controlRadius + 3
             }
         }
 
@@ -75,7 +76,7 @@ Item {
             required property var modelData
 
             width: box.width - 8
-            height: Theme.controlHeight
+            height: SettingsTheme.controlHeight
             highlighted: box.highlightedIndex === entry.index
             text: entry.modelData.text
 
@@ -83,12 +84,12 @@ Item {
                 leftPadding: 8
                 verticalAlignment: Text.AlignVCenter
                 label: entry.modelData.text
-                color: entry.highlighted ? "white" : Theme.primaryText
+                color: entry.highlighted ? SettingsTheme.accentText : Theme.primaryText
             }
 
             background: Rectangle {
                 radius: 4
-                color: entry.highlighted ? Theme.selection : "transparent"
+                color: entry.highlighted ? SettingsTheme.accent : "transparent"
             }
         }
 
@@ -101,13 +102,14 @@ Item {
             contentItem: ListView {
                 clip: true
                 implicitHeight: contentHeight
-                model: box.popup.visible ? box.delegateModel : null
+                // Its type is not among those that are known to QML.
+                model: box.popup.visible ? box.delegateModel : null // qmllint disable type
                 currentIndex: box.highlightedIndex
                 interactive: false
             }
 
             background: Rectangle {
-                radius: Theme.controlRadius + 2
+                radius: SettingsTheme.controlRadius + 2
                 color: Theme.menu
                 border.width: 1
                 border.color: Theme.menuBorder

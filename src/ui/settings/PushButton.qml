@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Larkspool.Settings
 import Larkspool.Style
 
 /// A button with a word on it.
@@ -10,32 +11,32 @@ T.Button {
     property bool isProminent: false
 
     implicitWidth: Math.max(72, implicitContentWidth + 28)
-    implicitHeight: Theme.controlHeight
+    implicitHeight: SettingsTheme.controlHeight
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
 
     Accessible.name: text.replace("&", "")
 
-    Keys.onReturnPressed: control.click()
-    Keys.onEnterPressed: control.click()
+    Keys.onReturnPressed: control.clicked()
+    Keys.onEnterPressed: control.clicked()
 
     contentItem: ControlText {
         label: control.text
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
-        color: control.isDestructive ? Theme.destructive : control.isProminent ? "#1c1c1e" : Theme.primaryText
+        color: control.isDestructive ? Theme.destructive : control.isProminent ? SettingsTheme.accentText : Theme.primaryText
     }
 
     background: Rectangle {
-        radius: Theme.controlRadius
-        color: control.isProminent ? (control.down ? Qt.darker(Theme.accent, 1.12) : Theme.accent)
-            : control.hovered || control.down ? Theme.hoveredControl : Theme.control
+        radius: SettingsTheme.controlRadius
+        color: control.isProminent ? (control.down ? Qt.darker(SettingsTheme.accent, 1.12) : SettingsTheme.accent)
+            : control.hovered || control.down ? SettingsTheme.hoveredControl : SettingsTheme.control
         border.width: 1
-        border.color: Theme.controlBorder
+        border.color: SettingsTheme.controlBorder
 
         FocusRing {
             visible: control.visualFocus
-            radius: Theme.controlRadius + 3
+            radius: SettingsTheme.controlRadius + 3
         }
     }
 }

@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Larkspool.Settings
-import Larkspool.Style
 
 /// The content of the settings window: a bar of tabs, and the page of the one that is chosen.
 FocusScope {
@@ -39,14 +38,14 @@ FocusScope {
 
     Rectangle {
         anchors.fill: parent
-        color: Theme.window
+        color: SettingsTheme.window
     }
 
     SettingsTabBar {
         id: bar
 
         width: parent.width
-        height: Theme.tabBarHeight
+        height: SettingsTheme.tabBarHeight
     }
 
     // Only the page that is shown is there.
@@ -55,7 +54,7 @@ FocusScope {
 
         delegate: GeneralTab {
             anchors.fill: settings
-            anchors.topMargin: Theme.tabBarHeight
+            anchors.topMargin: SettingsTheme.tabBarHeight
             view: settings.view
         }
     }
@@ -65,7 +64,7 @@ FocusScope {
 
         delegate: CategoryManager {
             anchors.fill: settings
-            anchors.topMargin: Theme.tabBarHeight
+            anchors.topMargin: SettingsTheme.tabBarHeight
             manager: settings.view.categoryManager
         }
     }
@@ -75,7 +74,7 @@ FocusScope {
 
         delegate: ShortcutsTab {
             anchors.fill: settings
-            anchors.topMargin: Theme.tabBarHeight
+            anchors.topMargin: SettingsTheme.tabBarHeight
             view: settings.view
         }
     }
@@ -85,7 +84,7 @@ FocusScope {
 
         delegate: StorageTab {
             anchors.fill: settings
-            anchors.topMargin: Theme.tabBarHeight
+            anchors.topMargin: SettingsTheme.tabBarHeight
             view: settings.view
         }
     }
@@ -95,7 +94,7 @@ FocusScope {
 
         delegate: AboutTab {
             anchors.fill: settings
-            anchors.topMargin: Theme.tabBarHeight
+            anchors.topMargin: SettingsTheme.tabBarHeight
             view: settings.view
         }
     }

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Larkspool.Settings
 import Larkspool.Style
 
 /// The tabs of the settings. Keys: Left and Right on a tab, Ctrl+Tab and Ctrl+Page Down anywhere.
@@ -14,8 +15,9 @@ T.TabBar {
 
     function step(distance: int) {
         const next = Math.max(0, Math.min(count - 1, currentIndex + distance))
-        setCurrentIndex(next)
+        // First: a tab that has the focus already would not learn that a key has brought it.
         itemAt(next).forceActiveFocus(Qt.TabFocusReason)
+        setCurrentIndex(next)
     }
 
     contentItem: ListView {
@@ -25,12 +27,12 @@ T.TabBar {
         currentIndex: bar.currentIndex
         orientation: ListView.Horizontal
         interactive: false
-        leftMargin: (width - contentWidth) / 2
+        leftMargin: Math.round((width - contentWidth) / 2)
         spacing: 4
     }
 
     background: Rectangle {
-        color: Theme.toolbar
+        color: SettingsTheme.toolbar
 
         Rectangle {
             anchors.bottom: parent.bottom
@@ -64,9 +66,9 @@ T.TabBar {
 
             required property int index
             required property var modelData
-            readonly property color ink: checked ? Theme.accent : Theme.secondaryText
+            readonly property color ink: checked ? SettingsTheme.accent : Theme.secondaryText
 
-            width: Math.max(76, label.implicitWidth + 16)
+            width: Math.max(76, Math.ceil(chosenText.advanceWidth) + 16)
             height: bar.height - 12
             focus: tab.index === bar.currentIndex
             // One of the tabs is a stop of the Tab key; the arrows lead to the others.
@@ -79,6 +81,15 @@ T.TabBar {
             Keys.onLeftPressed: bar.step(-1)
             Keys.onRightPressed: bar.step(1)
 
+            // Tabs do not move when another one is chosen.
+            TextMetrics {
+                id: chosenText
+
+                font.pixelSize: SettingsTheme.helpText
+                font.weight: Font.DemiBold
+                text: tab.text.replace("&", "")
+            }
+
             contentItem: Item {
                 Symbol {
                     y: 6
@@ -89,23 +100,21 @@ T.TabBar {
                 }
 
                 ControlText {
-                    id: label
-
                     anchors.horizontalCenter: parent.horizontalCenter
                     anchors.bottom: parent.bottom
                     anchors.bottomMargin: 4
                     label: tab.text
                     color: tab.checked ? Theme.primaryText : Theme.secondaryText
-                    font.pixelSize: Theme.helpText
+                    font.pixelSize: SettingsTheme.helpText
                     font.weight: tab.checked ? Font.DemiBold : Font.Normal
                 }
             }
 
             background: Rectangle {
                 radius: 8
-                color: tab.checked ? Theme.group : tab.hovered ? Theme.hoveredButton : "transparent"
+                color: tab.checked ? SettingsTheme.chosenTab : tab.hovered ? Theme.hoveredButton : "transparent"
                 border.width: tab.visualFocus ? 2 : 0
-                border.color: Theme.focusRing
+                border.color: SettingsTheme.focusRing
             }
         }
     }

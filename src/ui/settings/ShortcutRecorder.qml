@@ -10,7 +10,7 @@ Item {
     required property ShortcutRecorderView recorder
 
     width: parent ? parent.width : 0
-    height: Theme.formRow + 6
+    height: SettingsTheme.formRow + 6
 
     ControlText {
         anchors.left: parent.left
@@ -27,7 +27,7 @@ Item {
         anchors.rightMargin: cancel.visible ? 8 : 0
         anchors.verticalCenter: parent.verticalCenter
         width: Math.max(96, implicitContentWidth + 24)
-        height: Theme.controlHeight + 2
+        height: SettingsTheme.controlHeight + 2
         focusPolicy: Qt.StrongFocus
         text: row.recorder.displayString
 
@@ -38,8 +38,8 @@ Item {
             if (!row.recorder.isRecording)
                 row.recorder.startRecording()
         }
-        Keys.onReturnPressed: combination.click()
-        Keys.onEnterPressed: combination.click()
+        Keys.onReturnPressed: combination.clicked()
+        Keys.onEnterPressed: combination.clicked()
 
         contentItem: ControlText {
             label: combination.text
@@ -50,10 +50,10 @@ Item {
 
         background: Rectangle {
             radius: 6
-            color: row.recorder.isRecording ? Qt.alpha(Theme.accent, 0.2)
-                : combination.hovered ? Theme.hoveredControl : Theme.control
+            color: row.recorder.isRecording ? Qt.alpha(SettingsTheme.accent, 0.2)
+                : combination.hovered ? SettingsTheme.hoveredControl : SettingsTheme.control
             border.width: row.recorder.isRecording ? 1.5 : 0
-            border.color: Theme.accent
+            border.color: SettingsTheme.accent
 
             FocusRing {
                 visible: combination.visualFocus && !row.recorder.isRecording

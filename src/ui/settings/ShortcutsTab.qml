@@ -1,6 +1,5 @@
 import QtQuick
 import Larkspool.Settings
-import Larkspool.Style
 
 Item {
     id: page
@@ -8,9 +7,9 @@ Item {
     required property SettingsView view
 
     Column {
-        x: Theme.settingsMargin
-        y: Theme.settingsMargin
-        width: page.width - 2 * Theme.settingsMargin
+        x: SettingsTheme.margin
+        y: SettingsTheme.margin
+        width: page.width - 2 * SettingsTheme.margin
         spacing: 22
 
         FormGroup {

@@ -1,6 +1,5 @@
 import QtQuick
 import Larkspool.Settings
-import Larkspool.Style
 
 Item {
     id: page
@@ -8,9 +7,9 @@ Item {
     required property SettingsView view
 
     Column {
-        x: Theme.settingsMargin
-        y: Theme.settingsMargin
-        width: page.width - 2 * Theme.settingsMargin
+        x: SettingsTheme.margin
+        y: SettingsTheme.margin
+        width: page.width - 2 * SettingsTheme.margin
         spacing: 16
 
         FormGroup {
@@ -25,7 +24,7 @@ Item {
         FormGroup {
             Item {
                 width: parent.width
-                height: Theme.formRow + 6
+                height: SettingsTheme.formRow + 6
 
                 PushButton {
                     anchors.verticalCenter: parent.verticalCenter

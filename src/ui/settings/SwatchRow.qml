@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Larkspool.Settings
 import Larkspool.Style
 
 /// Colours to choose one from: objects with a `value`, "#RRGGBB", and the `text` that names it. Keys: Left, Right.
@@ -10,7 +11,7 @@ Row {
 
     required property var colors
     required property string value
-    property int side: Theme.swatch
+    property int side: SettingsTheme.swatch
     readonly property bool hasChosen: colors.some(color => color.value === value)
 
     signal chosen(value: string)
@@ -29,6 +30,8 @@ Row {
 
             required property int index
             required property var modelData
+            readonly property color paint: modelData.value
+            readonly property bool isPale: 0.3 * paint.r + 0.6 * paint.g + 0.1 * paint.b > 0.6
 
             width: row.side
             height: row.side
@@ -52,18 +55,18 @@ Row {
             indicator: Rectangle {
                 anchors.fill: parent
                 radius: width / 2
-                color: circle.modelData.value
+                color: circle.paint
                 border.width: 1
-                border.color: Theme.controlBorder
+                border.color: SettingsTheme.controlBorder
 
                 Rectangle {
                     anchors.centerIn: parent
-                    width: row.side + Theme.swatchRing - Theme.swatch
+                    width: row.side + SettingsTheme.swatchRing - SettingsTheme.swatch
                     height: width
                     visible: circle.checked
                     radius: width / 2
                     color: "transparent"
-                    border.width: Theme.swatchRingWidth
+                    border.width: SettingsTheme.swatchRingWidth
                     border.color: Theme.primaryText
                 }
 
@@ -78,7 +81,7 @@ Row {
                     height: 6
                     visible: circle.visualFocus
                     radius: 3
-                    color: Theme.window
+                    color: circle.isPale ? "#1c1c1e" : "white"
                 }
             }
         }

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Larkspool.Settings
 import Larkspool.Style
 
 /// A field for one line of text.
@@ -11,10 +12,10 @@ T.TextField {
     rightPadding: 10
     verticalAlignment: TextInput.AlignVCenter
     color: Theme.primaryText
-    selectionColor: Theme.selection
-    selectedTextColor: "white"
+    selectionColor: SettingsTheme.accent
+    selectedTextColor: SettingsTheme.accentText
     placeholderTextColor: Theme.tertiaryText
-    font.pixelSize: Theme.formText
+    font.pixelSize: SettingsTheme.formText
     selectByMouse: true
 
     Text {
@@ -31,9 +32,9 @@ T.TextField {
     }
 
     background: Rectangle {
-        radius: Theme.controlRadius
-        color: Theme.control
+        radius: SettingsTheme.controlRadius
+        color: SettingsTheme.control
         border.width: field.activeFocus ? 2 : 1
-        border.color: field.activeFocus ? Theme.focusRing : Theme.controlBorder
+        border.color: field.activeFocus ? SettingsTheme.focusRing : SettingsTheme.controlBorder
     }
 }

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Larkspool.Settings
 import Larkspool.Style
 
 /// A row of a form that is on or off; a click anywhere on it turns it.
@@ -10,7 +11,7 @@ T.Switch {
     required property string label
 
     width: parent ? parent.width : 0
-    height: Math.max(Theme.formRow, caption.implicitHeight + 14)
+    height: Math.max(SettingsTheme.formRow, implicitContentHeight + 14)
     focusPolicy: Qt.StrongFocus
     text: label.replace("&", "")
 
@@ -24,8 +25,6 @@ T.Switch {
     }
 
     contentItem: ControlText {
-        id: caption
-
         rightPadding: control.indicator.width + 12
         verticalAlignment: Text.AlignVCenter
         label: control.label
@@ -39,7 +38,7 @@ T.Switch {
         width: 36
         height: 20
         radius: 10
-        color: control.checked ? Theme.accent : Theme.switchTrack
+        color: control.checked ? SettingsTheme.accent : SettingsTheme.switchTrack
 
         Rectangle {
             x: control.checked ? parent.width - width - 2 : 2

@@ -163,30 +163,4 @@ QtObject {
         const tint = component => 1 - (1 - component) * 0.15
         return Qt.rgba(tint(accent.r), tint(accent.g), tint(accent.b), 1)
     }
-
-    // Settings
-
-    readonly property color window: isDark ? "#1e1e22" : "#f2f2f4"
-    readonly property color toolbar: isDark ? "#26262b" : "#e7e7ea"
-    readonly property color group: isDark ? "#28282e" : "#ffffff"
-    readonly property color groupBorder: isDark ? "#14ffffff" : "#14000000"
-    readonly property color control: isDark ? "#3a3a42" : "#ececef"
-    readonly property color hoveredControl: isDark ? "#45454e" : "#e2e2e6"
-    readonly property color controlBorder: isDark ? "#1fffffff" : "#1f000000"
-    readonly property color switchTrack: isDark ? "#4a4a52" : "#d4d4d9"
-    readonly property color accent: "#ff8c00"
-    readonly property color focusRing: isDark ? "#ffa640" : "#d97600"
-    readonly property int settingsMargin: 20
-    readonly property int tabBarHeight: 62
-    readonly property int groupRadius: 10
-    readonly property int groupPadding: 14
-    readonly property int formRow: 38
-    readonly property int controlHeight: 26
-    readonly property int controlRadius: 6
-    readonly property int formText: 13
-    readonly property int helpText: 11
-    readonly property int swatch: 22
-    readonly property int swatchRing: 29
-    readonly property real swatchRingWidth: 2.5
-    readonly property int paletteCircle: 24
 }
