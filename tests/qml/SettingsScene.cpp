@@ -30,7 +30,7 @@ void SettingsScene::show()
 {
     ASSERT_NO_FATAL_FAILURE(settle(m_engine));
     ASSERT_TRUE(m_store.context().save());
-    QCoreApplication::setApplicationVersion(QStringLiteral("1.0"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("1.0.0"));
     registerSettingsModule();
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     installSymbols(m_engine);
