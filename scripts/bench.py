@@ -16,7 +16,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "session"))
 sys.dont_write_bytecode = True
 
-from harness import Desktop, Larkspool, Store, accessibility, pictures, programs, wait_until  # noqa: E402
+from harness import Desktop, Larkspool, Store, accessibility, pictures, programs, settings, wait_until  # noqa: E402
 from harness.pixels import Pixels  # noqa: E402
 from harness.owner import Background, Owner, SilentAfterTargets  # noqa: E402
 
@@ -28,6 +28,9 @@ SEARCHES = 6
 MOVES_A_SECOND = 100
 COMBINED = 500
 COMBININGS = 5
+OPENINGS = 12
+# What passes by rule between the choice and the window.
+SETTINGS_WAIT = 0.1
 CYCLES_BEFORE, CYCLES = 100, 400
 SAVES = "/iterations:400/repeats:5/real_time"
 REPEATS = "/repeats:5"
@@ -396,6 +399,44 @@ def use_in_cycles():
     ]
 
 
+def settings_window():
+    """From the choice in the panel's menu to the settings on the screen, and what closing them leaves in memory."""
+    times, memory = [], []
+    with Desktop() as desktop:
+        make_store(desktop, 1000, 80, 0)
+        with Larkspool(desktop, may_print=[settings.LINES]) as program, Pixels(
+            desktop.env["DISPLAY"], 860, 480, 200, 40
+        ) as middle:
+            window = settings.Settings(desktop, program)
+            empty = middle.now()
+            program.open_panel()
+            x, y = window.node("push button", "Menu").middle
+            memory.append(program.memory("Anonymous"))
+            for number in range(OPENINGS):
+                if number:
+                    program.open_panel()
+                desktop.run("xdotool", "mousemove", x, y, "click", 1)
+                desktop.keyboard.press("Down")
+                settle(0.3)
+                begin = time.monotonic()
+                desktop.keyboard.hit("Return")
+                middle.wait_for(empty)
+                times.append(middle.wait_for_change(empty) - begin)
+                window.wait_until_open()
+                settle(0.3)
+                window.close()
+                middle.wait_for(empty)
+                settle(0.3)
+                memory.append(program.memory("Anonymous"))
+    beyond = [(seconds - SETTINGS_WAIT) * 1000 for seconds in times]
+    return [
+        Row("settings shown, beyond their wait of 0.1 s, first time", beyond[0], 250, "ms"),
+        Row("the same, later: median", statistics.median(beyond[1:]), 100, "ms", f"longest: {max(beyond[1:]):.0f} ms"),
+        Row("memory after closing them, from the second time on", (memory[-1] - memory[1]) / MB, 2, "MB",
+            f"{OPENINGS} times; the first leaves {(memory[1] - memory[0]) / MB:.1f} MB"),
+    ]
+
+
 def fast_copies():
     texts = [f"copy number {number}" for number in range(100)]
     with Desktop() as desktop, Larkspool(desktop):
@@ -482,6 +523,7 @@ WHOLE = [
     turn_wheel,
     combine_many,
     use_in_cycles,
+    settings_window,
     fast_copies,
     hanging_owner,
     large_text,

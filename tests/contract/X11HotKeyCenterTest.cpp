@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -141,6 +143,29 @@ TEST_F(X11HotKeyCenterTest, KeepsThePressFromOtherPrograms)
         [&] { return !program.keyPresses().empty() && program.keyPresses().back().keyCode == KEY_A + 8; }));
     for (const TestProgram::KeyPress &key : program.keyPresses())
         EXPECT_NE(key.keyCode, KEY_V + 8);
+}
+
+TEST_F(X11HotKeyCenterTest, AKeyThatIsDownAlreadyIsNoPressUntilItIsHitAgain)
+{
+    constexpr quint32 B = 11;
+    TestProgram program("plain", "Plain");
+    program.show(TestProgram::Focus::Takes);
+    robot().down(KEY_LEFTCTRL);
+    robot().down(KEY_B);
+    const auto repeats = [&] {
+        return std::ranges::count(program.keyPresses(), KEY_B + 8, &TestProgram::KeyPress::keyCode);
+    };
+    ASSERT_TRUE(waitUntil([&] { return repeats() >= 3; }));
+    const HotKeyRegistration hotKey = center().registerEventHotKey(B, ControlKey, {0, 2});
+    ASSERT_EQ(hotKey.status, HotKeyRegistered);
+    // Ten repeats by the server's default pace.
+    EXPECT_FALSE(waitUntil([&] { return pressCount() > 0; }, std::chrono::milliseconds(300)));
+    robot().up(KEY_B);
+    robot().up(KEY_LEFTCTRL);
+    EXPECT_TRUE(waitUntil([&] {
+        robot().chord({KEY_LEFTCTRL, KEY_B});
+        return pressCount() > 0;
+    }));
 }
 
 TEST_F(X11HotKeyCenterTest, LeavesNothingGrabbedWhenOneLockStateIsTaken)

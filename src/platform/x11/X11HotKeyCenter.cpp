@@ -5,13 +5,18 @@
 #include "platform/x11/X11Keyboard.h"
 #include "platform/x11/XkbProtocol.h"
 
+#include <QTimer>
+
 #include <algorithm>
+#include <chrono>
 #include <limits>
 
 namespace
 {
 
 constexpr quint16 AllModifierBits = 0xff;
+/// How often a key that was down before it became a hot key is looked at, until it is up.
+constexpr std::chrono::milliseconds ReleaseInterval{20};
 
 /// What a combination is to the server, on the keyboard of the moment.
 struct Chord {
@@ -51,11 +56,13 @@ private:
     void onKeyPress(const xcb_key_press_event_t &event);
     void onKeyRelease(const xcb_key_release_event_t &event);
     void onKeyboardChange();
+    void lookForReleases();
 
     std::unique_ptr<X11Connection> m_connection;
     std::unique_ptr<X11Keyboard> m_keyboard;
     quint16 m_lockBits;
     std::vector<HotKey> m_hotKeys;
+    QTimer m_releaseTimer;
 };
 
 X11HotKeyCenter::Grabs::Grabs(
@@ -71,6 +78,8 @@ X11HotKeyCenter::Grabs::Grabs(
             0, 0)
             .sequence);
     m_connection->onEvent = [this](const xcb_generic_event_t &event) { onEvent(event); };
+    m_releaseTimer.setInterval(ReleaseInterval);
+    QObject::connect(&m_releaseTimer, &QTimer::timeout, [this] { lookForReleases(); });
     m_connection->flush();
 }
 
@@ -149,8 +158,14 @@ int X11HotKeyCenter::Grabs::add(quint64 id, quint32 keyCode, quint32 modifiers)
     const bool isHeld =
         std::ranges::any_of(m_hotKeys, [&](const HotKey &hotKey) { return hotKey.chord == chord; });
     const bool isGranted = !isHeld && grab(*chord);
-    if (isGranted)
-        m_hotKeys.push_back({id, keyCode, modifiers, chord});
+    if (isGranted) {
+        // A hand that has just chosen the combination may hold it still. What then repeats is no press; and
+        // the release goes to the window that has had the press.
+        const bool isDown = m_keyboard->pressedKeys()[chord->key];
+        m_hotKeys.push_back({id, keyCode, modifiers, chord, isDown});
+        if (isDown)
+            m_releaseTimer.start();
+    }
     m_connection->processEvents();
     return isGranted ? HotKeyRegistered : HotKeyExists;
 }
@@ -206,6 +221,15 @@ void X11HotKeyCenter::Grabs::onKeyRelease(const xcb_key_release_event_t &event)
         if (hotKey.chord && hotKey.chord->key == event.detail)
             hotKey.isDown = false;
     }
+}
+
+void X11HotKeyCenter::Grabs::lookForReleases()
+{
+    const std::bitset<256> pressed = m_keyboard->pressedKeys();
+    for (HotKey &hotKey : m_hotKeys)
+        hotKey.isDown = hotKey.isDown && hotKey.chord && pressed[hotKey.chord->key];
+    if (std::ranges::none_of(m_hotKeys, &HotKey::isDown))
+        m_releaseTimer.stop();
 }
 
 void X11HotKeyCenter::Grabs::onKeyboardChange()
