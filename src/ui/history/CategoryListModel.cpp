@@ -1,6 +1,6 @@
 #include "ui/history/CategoryListModel.h"
 
-#include <QColor>
+#include "ui/style/DisplayColor.h"
 
 #include <algorithm>
 
@@ -37,11 +37,8 @@ QVariant CategoryListModel::data(const QModelIndex &index, int role) const
     case Name:
     case Qt::DisplayRole:
         return category->name();
-    case CategoryColor: {
-        const Color color = category->color();
-        return QColor::fromRgbF(
-            float(color.red), float(color.green), float(color.blue), float(color.opacity));
-    }
+    case CategoryColor:
+        return displayColor(category->color());
     case Icon:
         return category->icon();
     case IsChosen:

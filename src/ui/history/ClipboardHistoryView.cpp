@@ -1,8 +1,8 @@
 #include "ui/history/ClipboardHistoryView.h"
 
 #include "base/Notifications.h"
-#include "store/Color.h"
 #include "ui/history/CategoryFilter.h"
+#include "ui/style/DisplayColor.h"
 
 #include <algorithm>
 #include <array>
@@ -154,8 +154,7 @@ void ClipboardHistoryView::setNewItemText(const QString &text)
 QColor ClipboardHistoryView::borderColor() const
 {
     const auto color = Color::hex(m_surroundings.defaults.value(preference::BorderColorHex));
-    return color ? QColor::fromRgbF(float(color->red), float(color->green), float(color->blue))
-                 : QColor::fromRgb(Orange);
+    return color ? displayColor(*color) : QColor::fromRgb(Orange);
 }
 
 void ClipboardHistoryView::setFocus(Focus focus)

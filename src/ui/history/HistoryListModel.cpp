@@ -3,6 +3,7 @@
 #include "ui/history/ImageFactsReader.h"
 #include "ui/history/RelativeDate.h"
 #include "ui/history/RowText.h"
+#include "ui/style/DisplayColor.h"
 
 #include <QColor>
 #include <QUrl>
@@ -13,11 +14,6 @@ namespace
 {
 
 constexpr std::chrono::milliseconds SaveWatchInterval{1000};
-
-QColor toQColor(const Color &color)
-{
-    return QColor::fromRgbF(float(color.red), float(color.green), float(color.blue), float(color.opacity));
-}
 
 QString thumbnailSource(const ClipboardItem &item)
 {
@@ -96,7 +92,7 @@ QVariant HistoryListModel::categoryData(const ClipboardItem &item, int role) con
 {
     const auto category = assignedCategory(item);
     if (role == CategoryColor)
-        return category ? toQColor(category->color()) : QColor(Qt::transparent);
+        return category ? displayColor(category->color()) : QColor(Qt::transparent);
     if (role == Icon)
         return category ? category->icon() : item.typeIcon();
     const QString name = category ? category->name() : QString::fromLatin1(storedText(item.type()));

@@ -1,6 +1,6 @@
 #include "ui/settings/CategoryRows.h"
 
-#include <QColor>
+#include "ui/style/DisplayColor.h"
 
 CategoryRows::CategoryRows(ModelContext &context)
     : LiveQueryModel(context, {})
@@ -16,11 +16,8 @@ QVariant CategoryRows::data(const QModelIndex &index, int role) const
     case Name:
     case Qt::DisplayRole:
         return category->name();
-    case CategoryColor: {
-        const Color color = category->color();
-        return QColor::fromRgbF(
-            float(color.red), float(color.green), float(color.blue), float(color.opacity));
-    }
+    case CategoryColor:
+        return displayColor(category->color());
     case Icon:
         return category->icon();
     case IsDefault:
