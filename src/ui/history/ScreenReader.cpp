@@ -3,7 +3,6 @@
 #include <QAccessible>
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace
@@ -35,9 +34,8 @@ void ScreenReader::follow(QQuickItem *item)
 void ScreenReader::report()
 {
     const auto items = std::exchange(m_items, {});
-    const auto lastFirst = items | std::views::reverse;
-    const auto focused = std::ranges::find_if(lastFirst, isFocused);
-    if (focused == lastFirst.end())
+    const auto focused = std::find_if(items.rbegin(), items.rend(), isFocused);
+    if (focused == items.rend())
         return;
     QAccessibleEvent event(focused->data(), QAccessible::Focus);
     QAccessible::updateAccessibility(&event);
