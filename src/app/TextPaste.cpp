@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 namespace
 {
@@ -34,9 +35,12 @@ TextPaste::TextPaste(const Pasteboard &pasteboard)
 
 bool TextPaste::eventFilter(QObject *watched, QEvent *event)
 {
-    // A window passes its keys on to its items, which come by here as well.
-    if (event->type() != QEvent::KeyPress || !watched->isWindowType() ||
-        !static_cast<QKeyEvent *>(event)->matches(QKeySequence::Paste))
+    // A window passes its events on to its items, which come by here as well.
+    if (!watched->isWindowType())
+        return false;
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease)
+        return static_cast<QMouseEvent *>(event)->button() == Qt::MiddleButton;
+    if (event->type() != QEvent::KeyPress || !static_cast<QKeyEvent *>(event)->matches(QKeySequence::Paste))
         return false;
     // What a field of this program has copied a moment ago is not on the pasteboard yet, and asks nobody.
     if (QGuiApplication::clipboard()->ownsClipboard())

@@ -5,7 +5,8 @@
 #include <QObject>
 
 /// Pasting by key into the program's own text fields, from the pasteboard, where the text is already. The
-/// toolkit would ask the program that owns the clipboard, and wait for it. Main thread only.
+/// toolkit would ask the program that owns the clipboard, and wait for it. For the same reason a click with
+/// the middle button does nothing: it would ask the owner of PRIMARY. Main thread only.
 class TextPaste : public QObject
 {
 public:

@@ -9,8 +9,13 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#include <chrono>
+
 namespace
 {
+
+/// A file that is emptied and written again is not read in between.
+constexpr std::chrono::milliseconds SettlingTime{100};
 
 constexpr auto OwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
@@ -154,6 +159,9 @@ void UserDefaults::watch()
 {
     makeFolder(m_filePath);
     m_watcher = std::make_unique<QFileSystemWatcher>();
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(SettlingTime);
+    connect(&m_settling, &QTimer::timeout, this, &UserDefaults::readFile);
     connect(m_watcher.get(), &QFileSystemWatcher::directoryChanged, this, &UserDefaults::fileMayHaveChanged);
     connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, &UserDefaults::fileMayHaveChanged);
     watchFile();
@@ -166,7 +174,7 @@ void UserDefaults::watchFile()
     // A folder tells of files that come and go, a file of what is written into it; one that was replaced is
     // another one.
     for (const QString &path : {QFileInfo(m_filePath).path(), m_filePath}) {
-        if (QFile::exists(path))
+        if (QFileInfo(path).isReadable())
             m_watcher->addPath(path);
     }
 }
@@ -174,10 +182,15 @@ void UserDefaults::watchFile()
 void UserDefaults::fileMayHaveChanged()
 {
     watchFile();
+    m_settling.start();
+}
+
+void UserDefaults::readFile()
+{
+    watchFile();
     const auto written = contents(m_filePath);
-    const QByteArray now = written ? written.value() : QByteArray();
-    if (now == m_document.text())
+    if (!written || written.value() == m_document.text())
         return;
-    m_document = IniDocument(now);
+    m_document = IniDocument(written.value());
     Q_EMIT changed();
 }

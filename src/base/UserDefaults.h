@@ -4,6 +4,7 @@
 #include "base/Preferences.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <map>
 #include <memory>
@@ -74,6 +75,7 @@ private:
     void saveUnsaved();
     void watchFile();
     void fileMayHaveChanged();
+    void readFile();
 
     QString m_filePath;
     /// The file as it was when it was read last.
@@ -81,4 +83,6 @@ private:
     /// What could not be written yet.
     std::map<QString, QString> m_unsaved;
     std::unique_ptr<QFileSystemWatcher> m_watcher;
+    /// Until who writes has done so.
+    QTimer m_settling;
 };

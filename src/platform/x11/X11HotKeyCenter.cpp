@@ -226,6 +226,8 @@ void X11HotKeyCenter::Grabs::onKeyRelease(const xcb_key_release_event_t &event)
 void X11HotKeyCenter::Grabs::lookForReleases()
 {
     const std::bitset<256> pressed = m_keyboard->pressedKeys();
+    // Repeats from before may be on the wire.
+    m_connection->processEvents();
     for (HotKey &hotKey : m_hotKeys)
         hotKey.isDown = hotKey.isDown && hotKey.chord && pressed[hotKey.chord->key];
     if (std::ranges::none_of(m_hotKeys, &HotKey::isDown))

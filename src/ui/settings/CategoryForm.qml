@@ -93,12 +93,12 @@ T.Popup {
             spacing: 8
 
             PushButton {
-                text: qsTr("Cancel")
+                label: qsTr("Cancel")
                 onClicked: form.manager.cancelForm()
             }
 
             PushButton {
-                text: qsTr("Save")
+                label: qsTr("Save")
                 isProminent: true
                 enabled: form.manager.canSave
                 onClicked: form.manager.saveForm()

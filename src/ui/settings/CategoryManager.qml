@@ -11,6 +11,23 @@ Item {
 
     required property CategoryManagerView manager
 
+    function deleteCategory(row: int, isByKey: bool) {
+        page.manager.deleteCategory(row)
+        if (isByKey)
+            Qt.callLater(page.focusAfterDeletion, row)
+    }
+
+    /// The focus that was on the row's button goes to that of the row in its place.
+    function focusAfterDeletion(row: int) {
+        // The row that is gone has its place until the list is laid out.
+        list.forceLayout()
+        const next = list.itemAtIndex(Math.min(row, list.count - 1)) as CategoryRow
+        if (next)
+            next.focusDelete()
+        else
+            add.forceActiveFocus(Qt.TabFocusReason)
+    }
+
     Rectangle {
         anchors.fill: parent
         anchors.margins: SettingsTheme.margin
@@ -28,6 +45,9 @@ Item {
             clip: true
             model: page.manager.categories
             boundsBehavior: Flickable.StopAtBounds
+            // The focus is on the buttons of the rows, never on a row.
+            currentIndex: -1
+            keyNavigationEnabled: false
 
             Accessible.role: Accessible.List
             Accessible.name: qsTr("Categories")
@@ -37,6 +57,7 @@ Item {
                 manager: page.manager
                 count: list.count
                 onTipRequested: (button, text) => tip.show(button, text)
+                onDeletionRequested: isByKey => page.deleteCategory(index, isByKey)
             }
         }
 
@@ -76,8 +97,8 @@ Item {
         Accessible.name: text.replace("&", "")
 
         onClicked: page.manager.addNew()
-        Keys.onReturnPressed: add.clicked()
-        Keys.onEnterPressed: add.clicked()
+        Keys.onReturnPressed: event => event.isAutoRepeat || add.clicked()
+        Keys.onEnterPressed: event => event.isAutoRepeat || add.clicked()
 
         contentItem: Row {
             leftPadding: 6
@@ -112,7 +133,7 @@ Item {
         anchors.rightMargin: SettingsTheme.margin
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 16
-        text: qsTr("&Restore Defaults")
+        label: qsTr("&Restore Defaults")
         onClicked: page.manager.resetDefaultCategories()
     }
 

@@ -20,13 +20,23 @@ Item {
     readonly property bool hasKeyboard: up.activeFocus || down.activeFocus || edit.activeFocus || remove.activeFocus
 
     signal tipRequested(button: T.AbstractButton, text: string)
+    /// By a key, or with the pointer.
+    signal deletionRequested(isByKey: bool)
 
-    height: 40
+    function focusDelete() {
+        remove.forceActiveFocus(Qt.TabFocusReason)
+    }
 
-    onHasKeyboardChanged: {
+    function showIfReached() {
         if (hasKeyboard)
             ListView.view.positionViewAtIndex(index, ListView.Contain)
     }
+
+    height: 40
+
+    onHasKeyboardChanged: showIfReached()
+    // Once it has been moved.
+    onIndexChanged: Qt.callLater(showIfReached)
 
     Accessible.role: Accessible.ListItem
     Accessible.name: row.name
@@ -135,7 +145,7 @@ Item {
             symbol: "trash"
             text: qsTr("Delete")
             symbolColor: Theme.deleteSymbol
-            onClicked: row.manager.deleteCategory(row.index)
+            onClicked: row.deletionRequested(visualFocus)
             onHoveredChanged: row.tipRequested(this, text)
         }
     }

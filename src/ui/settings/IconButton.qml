@@ -15,8 +15,8 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.3
 
-    Keys.onReturnPressed: control.clicked()
-    Keys.onEnterPressed: control.clicked()
+    Keys.onReturnPressed: event => event.isAutoRepeat || control.clicked()
+    Keys.onEnterPressed: event => event.isAutoRepeat || control.clicked()
 
     contentItem: Item {
         Symbol {

@@ -19,11 +19,12 @@ Item {
     Accessible.focusable: true
     Accessible.onPressAction: link.clicked()
 
-    Keys.onReturnPressed: link.clicked()
-    Keys.onEnterPressed: link.clicked()
-    Keys.onSpacePressed: link.clicked()
+    Keys.onReturnPressed: event => event.isAutoRepeat || link.clicked()
+    Keys.onEnterPressed: event => event.isAutoRepeat || link.clicked()
+    Keys.onSpacePressed: event => event.isAutoRepeat || link.clicked()
 
     Shortcut {
+        autoRepeat: false
         sequence: "Alt+" + link.label.charAt(link.label.indexOf("&") + 1)
         onActivated: link.clicked()
     }

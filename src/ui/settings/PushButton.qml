@@ -7,21 +7,29 @@ import Larkspool.Style
 T.Button {
     id: control
 
+    /// With an "&" before the letter of the access key, where it has one.
+    required property string label
     property bool isDestructive: false
     property bool isProminent: false
 
     implicitWidth: Math.max(72, implicitContentWidth + 28)
     implicitHeight: SettingsTheme.controlHeight
     focusPolicy: Qt.StrongFocus
+    text: label.replace("&", "")
     opacity: enabled ? 1 : 0.45
 
-    Accessible.name: text.replace("&", "")
+    Keys.onReturnPressed: event => event.isAutoRepeat || control.clicked()
+    Keys.onEnterPressed: event => event.isAutoRepeat || control.clicked()
 
-    Keys.onReturnPressed: control.clicked()
-    Keys.onEnterPressed: control.clicked()
+    Shortcut {
+        enabled: control.label.includes("&")
+        autoRepeat: false
+        sequence: "Alt+" + control.label.charAt(control.label.indexOf("&") + 1)
+        onActivated: control.clicked()
+    }
 
     contentItem: ControlText {
-        label: control.text
+        label: control.label
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         color: control.isDestructive ? Theme.destructive : control.isProminent ? SettingsTheme.accentText : Theme.primaryText

@@ -44,6 +44,8 @@ FocusScope {
     SettingsTabBar {
         id: bar
 
+        isRecording: settings.view.shortcutRecorder.isRecording
+        onCurrentIndexChanged: settings.view.shortcutRecorder.stopRecording()
         width: parent.width
         height: SettingsTheme.tabBarHeight
     }

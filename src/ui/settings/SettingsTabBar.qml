@@ -9,6 +9,9 @@ import Larkspool.Style
 T.TabBar {
     id: bar
 
+    /// Whether a key combination is recorded: then none of them means anything here.
+    required property bool isRecording
+
     contentHeight: height
     focus: true
     focusPolicy: Qt.NoFocus
@@ -43,11 +46,13 @@ T.TabBar {
     }
 
     Shortcut {
+        enabled: !bar.isRecording
         sequences: ["Ctrl+Tab", "Ctrl+PgDown"]
         onActivated: bar.step(bar.currentIndex === bar.count - 1 ? 1 - bar.count : 1)
     }
 
     Shortcut {
+        enabled: !bar.isRecording
         sequences: ["Ctrl+Shift+Tab", "Ctrl+PgUp"]
         onActivated: bar.step(bar.currentIndex === 0 ? bar.count - 1 : -1)
     }
@@ -73,7 +78,7 @@ T.TabBar {
             focus: tab.index === bar.currentIndex
             // One of the tabs is a stop of the Tab key; the arrows lead to the others.
             focusPolicy: tab.checked ? Qt.StrongFocus : Qt.ClickFocus
-            text: modelData.text
+            text: bar.isRecording ? modelData.text.replace("&", "") : modelData.text
 
             Accessible.name: text.replace("&", "")
 

@@ -38,8 +38,8 @@ Item {
             if (!row.recorder.isRecording)
                 row.recorder.startRecording()
         }
-        Keys.onReturnPressed: combination.clicked()
-        Keys.onEnterPressed: combination.clicked()
+        Keys.onReturnPressed: event => event.isAutoRepeat || combination.clicked()
+        Keys.onEnterPressed: event => event.isAutoRepeat || combination.clicked()
 
         contentItem: ControlText {
             label: combination.text
@@ -68,7 +68,7 @@ Item {
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         visible: row.recorder.isRecording
-        text: qsTr("Cancel")
+        label: qsTr("Cancel")
         onClicked: row.recorder.stopRecording()
     }
 }

@@ -28,7 +28,7 @@ Item {
 
                 PushButton {
                     anchors.verticalCenter: parent.verticalCenter
-                    text: qsTr("Clear All &History")
+                    label: qsTr("Clear All &History")
                     isDestructive: true
                     onClicked: page.view.clearAllHistory()
                 }

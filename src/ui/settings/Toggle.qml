@@ -16,6 +16,7 @@ T.Switch {
     text: label.replace("&", "")
 
     Shortcut {
+        autoRepeat: false
         sequence: "Alt+" + control.label.charAt(control.label.indexOf("&") + 1)
         onActivated: {
             control.forceActiveFocus(Qt.ShortcutFocusReason)

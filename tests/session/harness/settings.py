@@ -62,7 +62,11 @@ class Settings:
         return nodes[-1] if nodes else None
 
     def wait_for_focus_on(self, name):
-        wait_until(lambda: (self.focused() or None) is not None and self.focused().name == name, f"focus on {name!r}")
+        def has_focus():
+            node = self.focused()
+            return node is not None and node.name == name
+
+        wait_until(has_focus, f"focus on {name!r}")
 
     def click(self, role, name, index=0):
         x, y = self.node(role, name, index).middle
