@@ -96,7 +96,7 @@ class MainJob(unittest.TestCase):
         self.choose("Up", "Up", "Return")
         wait_until(lambda: terminal.typed() == b"first", "the first")
         self.choose("Down", "Down", "Down", "Down", "Return")
-        wait_until(lambda: terminal.typed() == b"firstlast", "then the last")
+        wait_until(lambda: terminal.typed() == b"firstlast", lambda: f"then the last, not {terminal.typed()}")
 
     def test_a_picture_is_pasted_as_one(self):
         picture = pictures.png(50, 40)

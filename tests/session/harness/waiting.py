@@ -16,7 +16,10 @@ class Missing(unittest.SkipTest):
 
 
 def wait_until(condition, what, deadline=10.0, every=POLL_SECONDS):
-    """Returns the condition's first true value; fails when there is none within the deadline, in seconds."""
+    """Returns the condition's first true value; fails when there is none within the deadline, in seconds.
+
+    `what` is waited for, in words, or a function that gives them when it did not come.
+    """
     pause = threading.Event()
     end = time.monotonic() + deadline
     while True:
@@ -24,7 +27,7 @@ def wait_until(condition, what, deadline=10.0, every=POLL_SECONDS):
         if value:
             return value
         if time.monotonic() >= end:
-            raise AssertionError(f"not within {deadline:g} s: {what}")
+            raise AssertionError(f"not within {deadline:g} s: {what() if callable(what) else what}")
         pause.wait(every)
 
 
