@@ -36,6 +36,7 @@ FloatingPanel::FloatingPanel(MainQueue &queue)
     resize(Size);
     connect(
         qGuiApp, &QGuiApplication::applicationStateChanged, this, &FloatingPanel::applicationStateChanged);
+    connect(this, &QWindow::activeChanged, this, &FloatingPanel::activeChanged);
     // A monitor may be taken away under the panel, or shrink.
     const auto follow = [this](QScreen *screen) {
         connect(screen, &QScreen::geometryChanged, this, &FloatingPanel::screensChanged);
@@ -64,6 +65,8 @@ void FloatingPanel::makeContentFirstResponder()
 
 void FloatingPanel::makeKeyAndOrderFront()
 {
+    if (!isVisible())
+        m_hasBeenActive = false;
     show();
     raise();
     requestActivate();
@@ -99,9 +102,14 @@ void FloatingPanel::applicationStateChanged(Qt::ApplicationState state)
     if (state == Qt::ApplicationActive)
         return;
     m_queue.async(m_lifetime.guard([this] {
-        if (QGuiApplication::applicationState() != Qt::ApplicationActive)
+        if (m_hasBeenActive && QGuiApplication::applicationState() != Qt::ApplicationActive)
             orderOut();
     }));
+}
+
+void FloatingPanel::activeChanged()
+{
+    m_hasBeenActive = m_hasBeenActive || (isVisible() && isActive());
 }
 
 void FloatingPanel::screensChanged()

@@ -39,9 +39,13 @@ private:
     /// Escape that nothing in the content has taken.
     void cancelOperation();
     void applicationStateChanged(Qt::ApplicationState state);
+    void activeChanged();
     void screensChanged();
 
     MainQueue &m_queue;
     std::unique_ptr<TransparentHostingView> m_contentView;
+    /// Whether it has had the keyboard since it was shown. That it has lost it in its last showing may be
+    /// told later than that.
+    bool m_hasBeenActive = false;
     Lifetime m_lifetime;
 };

@@ -2,7 +2,7 @@
 
 #include "fakes/ManualMainQueue.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QKeyEvent>
 
 #include <gtest/gtest.h>
@@ -49,6 +49,15 @@ TEST_F(Panel, IsOfOneSizeAboveOthersWithoutAFrameAndTransparent)
     EXPECT_EQ(m_panel.color(), QColor(Qt::transparent));
     EXPECT_EQ(m_panel.title(), QStringLiteral("Larkspool"));
     EXPECT_FALSE(m_panel.isVisible());
+}
+
+TEST_F(Panel, NewsOfALostFocusFromBeforeItWasShownDoesNotHideIt)
+{
+    m_panel.makeKeyAndOrderFront();
+    ASSERT_FALSE(m_panel.isActive());
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    m_queue.advanceBy(std::chrono::milliseconds(1));
+    EXPECT_TRUE(m_panel.isVisible());
 }
 
 TEST_F(Panel, EscapeThatNobodyTakesHidesIt)

@@ -14,7 +14,7 @@ Item {
     function deleteCategory(row: int, isByKey: bool) {
         page.manager.deleteCategory(row)
         if (isByKey)
-            Qt.callLater(page.focusAfterDeletion, row)
+            page.focusAfterDeletion(row)
     }
 
     /// The focus that was on the row's button goes to that of the row in its place.

@@ -36,7 +36,14 @@ Item {
 
     onHasKeyboardChanged: showIfReached()
     // Once it has been moved.
-    onIndexChanged: Qt.callLater(showIfReached)
+    onIndexChanged: moved.restart()
+
+    Timer {
+        id: moved
+
+        interval: 0
+        onTriggered: row.showIfReached()
+    }
 
     Accessible.role: Accessible.ListItem
     Accessible.name: row.name
