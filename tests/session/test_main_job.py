@@ -81,6 +81,17 @@ class MainJob(unittest.TestCase):
         self.desktop.keyboard.wait_for_focus(terminal.window)
         self.assertTrue(stays(lambda: terminal.typed() == b"", 1), "nothing is pasted")
 
+    def test_a_click_into_another_program_hides_the_panel_each_time(self):
+        self.copy("one")
+        terminal = programs.Terminal(self.desktop)
+        self.desktop.keyboard.move(terminal.window, 20, 20)
+        for _ in range(3):
+            self.program.open_panel()
+            self.desktop.keyboard.click(terminal.window, 10, 10)
+            self.program.wait_until_hidden()
+            self.desktop.keyboard.wait_for_focus(terminal.window)
+        self.assertEqual(terminal.typed(), b"")
+
     def test_the_hot_key_hides_a_panel_that_is_shown(self):
         self.choose("super+shift+v")
 

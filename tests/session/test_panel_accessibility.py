@@ -435,7 +435,7 @@ class Spoken(Panel):
             spoken = re.findall(r"SPEECH OUTPUT: '(.*?)'", log.read_text()) if log.exists() else []
             return {"two.", "three."} <= set(spoken) and any(re.fullmatch(r"TEXT, (now|\d+m)\.", words) for words in spoken)
 
-        wait_until(is_spoken, "both rows are spoken", 60, every=1)
+        wait_until(is_spoken, "both rows are spoken", 180, every=1)
 
 
 if __name__ == "__main__":
