@@ -34,6 +34,7 @@ protected:
     }
     qint64 savedCount()
     {
+        owned.reset();
         store.reopen();
         return store.context().fetchCount<ClipCategory>();
     }
@@ -45,7 +46,9 @@ protected:
     }
 
     TemporaryStore store;
-    CategoryManagerView manager{store.context()};
+    std::unique_ptr<CategoryManagerView> owned = std::make_unique<CategoryManagerView>(store.context());
+    /// Not after `savedCount`.
+    CategoryManagerView &manager = *owned;
 };
 
 TEST_F(CategoryManager, ShowsEachCategoryInOrder)

@@ -182,10 +182,10 @@ protected:
         return events.press({.keyCode = key, .position = key, .hotKeyModifiers = modifiers});
     }
 
+    std::vector<ShortcutRecorderView::Recording> recordings;
     ShortcutRecorderView recorder{
         {QStringLiteral("Open Larkspool"), preference::HotkeyCombo, notification::reloadHotkey()},
         {defaults, notifications, events, [this](auto change) { recordings.push_back(change); }}};
-    std::vector<ShortcutRecorderView::Recording> recordings;
     std::unique_ptr<NotificationCenter::Observer> observer;
     int reloads = 0;
 };
