@@ -36,12 +36,26 @@ class Panel(unittest.TestCase):
         return screen_reader.Listener(self.desktop)
 
     def heard(self):
-        """Everything that is visible, after a look whether all of it has a name and lies in the panel."""
-        nodes = wait_until(self.nodes_of_the_window, "the window is heard")
-        frame = next(node for node in nodes if node.role == "frame")
-        for node in nodes:
-            self.check(node, frame, nodes)
-        return nodes
+        """Everything that is visible, once all of it has a name and lies in the panel: a look while something comes or
+        goes may find half of it."""
+        flaw = None
+
+        def sound():
+            nonlocal flaw
+            nodes = wait_until(self.nodes_of_the_window, "the window is heard")
+            frame = next(node for node in nodes if node.role == "frame")
+            try:
+                for node in nodes:
+                    self.check(node, frame, nodes)
+            except AssertionError as found:
+                flaw = found
+                return None
+            return nodes
+
+        try:
+            return wait_until(sound, "everything is named and in its place", 5)
+        except AssertionError as late:
+            raise flaw or late from None
 
     def nodes_of_the_window(self):
         nodes = screen_reader.nodes(self.desktop)
