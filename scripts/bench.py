@@ -215,6 +215,8 @@ def panel_trigger():
     with Desktop() as desktop:
         make_store(desktop, 10_000, 80, 200)
         with Larkspool(desktop) as program, Pixels(desktop.env["DISPLAY"], 860, 480, 200, 40) as middle:
+            # A row that the pointer is over would light up by and by.
+            desktop.run("xdotool", "mousemove", 5, 5)
             empty, complete = middle.now(), None
             for _ in range(SHOWINGS + 1):
                 with desktop.keyboard.held("Super", "Shift"):
