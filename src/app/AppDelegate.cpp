@@ -287,8 +287,8 @@ void AppDelegate::makeSettingsWindow()
 void AppDelegate::settingsWindowClosed()
 {
     // It is on the stack now. What it has needed is given back: it is made anew the next time.
-    m_queue.async(m_lifetime.guard([this] {
-        if (m_settingsWindow && m_settingsWindow->isVisible())
+    m_queue.async(m_lifetime.guard([this, closed = m_settingsWindow.get()] {
+        if (m_settingsWindow.get() != closed || closed->isVisible())
             return;
         m_settingsWindow.reset();
         m_engine->collectGarbage();

@@ -254,6 +254,18 @@ TEST_F(Controller, AClosedSettingsWindowIsReplaced)
     }
 }
 
+TEST_F(Controller, SettingsThatAreAskedForAsTheyCloseAreThere)
+{
+    launch();
+    openSettings();
+    queue.advanceBy(100ms);
+    delegate->settingsWindow()->close();
+    openSettings();
+    queue.advanceBy(100ms);
+    ASSERT_NE(delegate->settingsWindow(), nullptr);
+    EXPECT_TRUE(delegate->settingsWindow()->isVisible());
+}
+
 TEST_F(Controller, TheSettingsOpenWithoutAStore)
 {
     CapturedConsole console;

@@ -19,7 +19,7 @@ Rectangle {
 
     onIsFocusedChanged: ScreenReader.follow(chip)
 
-    width: Math.min(sign.width + label.implicitWidth + 25, 220)
+    width: Math.min(sign.width + label.implicitWidth + 25, Theme.longestChip)
     height: Theme.chipHeight
     radius: Theme.chipRadius
     color: isChosen ? categoryColor : Theme.dimmedCategoryColor(categoryColor)

@@ -11,7 +11,7 @@ ListView {
         required property color from
         required property color to
 
-        width: 28
+        width: Theme.chipFade
         height: Theme.chipHeight
         gradient: Gradient {
             orientation: Gradient.Horizontal
@@ -29,7 +29,7 @@ ListView {
 
     height: Theme.chipHeight
     orientation: ListView.Horizontal
-    spacing: 8
+    spacing: Theme.chipSpacing
     clip: true
     interactive: contentWidth > width
     boundsBehavior: Flickable.StopAtBounds

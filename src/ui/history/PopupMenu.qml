@@ -102,15 +102,15 @@ FocusScope {
         y: Math.max(8, Math.min(menu.corner.y, menu.height - height - 8))
         width: Math.min(Math.max(150, Math.ceil(menu.widestRow) + 12), menu.width - 16)
         height: page.height + 12
-        radius: 9
+        radius: Theme.menuRadius
         color: Theme.menu
         sidebarColor: Theme.menu
-        sidebarWidth: 9
+        sidebarWidth: Theme.menuRadius
         borderWidth: 1
         borderColor: Theme.menuBorder
         shadowColor: Qt.alpha("black", Theme.shadowOpacity)
-        shadowRadius: 16
-        shadowOffset: 4
+        shadowRadius: Theme.menuShadowRadius
+        shadowOffset: Theme.menuShadowOffset
 
         Accessible.role: Accessible.PopupMenu
         Accessible.name: menu.title

@@ -31,6 +31,9 @@ QtObject {
     readonly property color hoveredButton: isDark ? "#1fffffff" : "#12000000"
     readonly property color menu: isDark ? "#2a2a30" : "#ffffff"
     readonly property color menuBorder: isDark ? "#33ffffff" : "#26000000"
+    readonly property int menuRadius: 9
+    readonly property int menuShadowRadius: 16
+    readonly property int menuShadowOffset: 4
     readonly property color destructive: isDark ? "#ff6961" : "#d70015"
 
     /// Milliseconds of a small move.
@@ -43,6 +46,10 @@ QtObject {
     readonly property int margin: 20
     readonly property int chipRadius: 12
     readonly property int chipHeight: 24
+    readonly property int chipSpacing: 8
+    readonly property int longestChip: 220
+    /// Over how much chips that have no room fade out.
+    readonly property int chipFade: 28
     readonly property int listMargin: 18
     /// Between two cards that are not scaled; and what is added beside the highlighted one, and beyond its
     /// neighbours, which are larger.
