@@ -12,7 +12,6 @@
 #include "platform/null/NullBackends.h"
 #include "platform/null/NullLoginItem.h"
 #include "platform/x11/X11Backends.h"
-#include "platform/x11/X11Pasteboard.h"
 
 namespace platform
 {
@@ -33,7 +32,7 @@ std::unique_ptr<Port> orNull(std::unique_ptr<Port> backend, const char *reason)
 
 std::unique_ptr<Pasteboard> loadPasteboard()
 {
-    return orNull<Pasteboard, NullPasteboard>(X11Pasteboard::open(),
+    return orNull<Pasteboard, NullPasteboard>(makeX11Pasteboard(),
         "No clipboard: this desktop session has no X server with the XFixes extension");
 }
 

@@ -2,7 +2,7 @@
 
 #include "fakes/FakePasteboard.h"
 #include "platform/linux/ClipboardTargets.h"
-#include "platform/x11/X11Pasteboard.h"
+#include "platform/x11/X11Backends.h"
 #include "support/SelectionOwner.h"
 #include "support/Waiting.h"
 #include "support/XServer.h"
@@ -72,7 +72,7 @@ private:
     }
 
     XServer m_server;
-    std::unique_ptr<X11Pasteboard> m_pasteboard = X11Pasteboard::open();
+    std::unique_ptr<Pasteboard> m_pasteboard = platform::makeX11Pasteboard();
     std::vector<std::unique_ptr<SelectionOwner>> m_owners;
 };
 

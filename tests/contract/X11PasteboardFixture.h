@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/x11/X11Pasteboard.h"
+#include "platform/x11/X11Backends.h"
 #include "support/SelectionOwner.h"
 #include "support/SelectionRequestor.h"
 #include "support/Waiting.h"
@@ -22,12 +22,12 @@ protected:
 
     void open(const ClipboardLimits &limits = patientLimits())
     {
-        m_pasteboard = X11Pasteboard::open(limits);
+        m_pasteboard = platform::makeX11Pasteboard(limits);
         ASSERT_NE(m_pasteboard, nullptr);
     }
     void close() { m_pasteboard.reset(); }
 
-    X11Pasteboard &pasteboard() { return *m_pasteboard; }
+    Pasteboard &pasteboard() { return *m_pasteboard; }
 
     /// A new client that owns the clipboard.
     SelectionOwner &copy(const SelectionOwner::Offer &offer)
@@ -67,6 +67,6 @@ protected:
     XServer m_server;
 
 private:
-    std::unique_ptr<X11Pasteboard> m_pasteboard;
+    std::unique_ptr<Pasteboard> m_pasteboard;
     std::vector<std::unique_ptr<SelectionOwner>> m_owners;
 };

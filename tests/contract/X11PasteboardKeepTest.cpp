@@ -194,14 +194,14 @@ TEST_F(X11PasteboardKeep, WithoutAServerThereIsNoPasteboard)
 {
     const QByteArray display = qgetenv("DISPLAY");
     qputenv("DISPLAY", ":65533");
-    EXPECT_EQ(X11Pasteboard::open(), nullptr);
+    EXPECT_EQ(platform::makeX11Pasteboard(), nullptr);
     qputenv("DISPLAY", display);
 }
 
 TEST(X11PasteboardServer, WhatIsThereSurvivesTheServer)
 {
     auto server = std::make_unique<XServer>();
-    const auto pasteboard = X11Pasteboard::open();
+    const auto pasteboard = platform::makeX11Pasteboard();
     ASSERT_NE(pasteboard, nullptr);
     pasteboard->clearContents();
     pasteboard->setString("before");

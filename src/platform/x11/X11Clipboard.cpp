@@ -1,6 +1,7 @@
 #include "platform/x11/X11Clipboard.h"
 
 #include "base/Console.h"
+#include "platform/x11/X11Backends.h"
 
 #include <xcb/xfixes.h>
 
@@ -232,19 +233,19 @@ void X11Clipboard::fetch(qint64 number, xcb_timestamp_t time)
             (*oldest)->check(Time::max(), true);
     }
     m_fetches.push_back(std::make_unique<X11ContentFetch>(*m_connection, m_retired, m_limits, number,
-        X11ContentFetch::Callbacks{[this](X11ContentFetch &fetch) { onReadable(fetch); },
-            [this](X11ContentFetch &fetch) { onEnded(fetch); }}));
+        ContentFetch::Callbacks{[this](ContentFetch &fetch) { onReadable(fetch); },
+            [this](ContentFetch &fetch) { onEnded(fetch); }}));
     m_fetches.back()->start(time);
     startTicking();
 }
 
-void X11Clipboard::onReadable(const X11ContentFetch &fetch)
+void X11Clipboard::onReadable(const ContentFetch &fetch)
 {
     m_queue.fill(fetch.number(), clipboard::readingOf(fetch.content()));
     keep(fetch.number(), fetch.content());
 }
 
-void X11Clipboard::onEnded(X11ContentFetch &fetch)
+void X11Clipboard::onEnded(const ContentFetch &fetch)
 {
     if (fetch.isReadable())
         keep(fetch.number(), fetch.content());
@@ -368,4 +369,12 @@ void X11Clipboard::onClosed()
     m_ticks.stop();
     for (const auto &fetch : m_fetches)
         fetch->ownerIsGone();
+}
+
+std::unique_ptr<Pasteboard> platform::makeX11Pasteboard(const ClipboardLimits &limits)
+{
+    return ThreadedPasteboard::start(
+        [limits](ThreadInbox &inbox, ClipboardQueue &queue, ClipboardOwnContent &own) {
+            return X11Clipboard::open(inbox, queue, own, limits);
+        });
 }

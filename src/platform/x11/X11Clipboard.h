@@ -3,6 +3,7 @@
 #include "platform/linux/ClipboardOwnContent.h"
 #include "platform/linux/ClipboardPace.h"
 #include "platform/linux/ThreadInbox.h"
+#include "platform/linux/ThreadedPasteboard.h"
 #include "platform/x11/X11ClipboardKeeper.h"
 #include "platform/x11/X11ContentFetch.h"
 #include "platform/x11/X11RetiredWindows.h"
@@ -16,17 +17,16 @@
 /// The CLIPBOARD selection: watches its owners, fetches their contents into the line, serves this program's
 /// own content, and keeps the last content alive when its owner goes away. Lives on a thread of its own,
 /// whose event loop drives it; destroying it cancels everything.
-class X11Clipboard
+class X11Clipboard : public ClipboardFollower
 {
 public:
     /// Null when the server is not there or lacks XFixes 5. The inbox is that of this thread; the queue and
     /// the own content outlive it.
     static std::unique_ptr<X11Clipboard> open(
         ThreadInbox &inbox, ClipboardQueue &queue, ClipboardOwnContent &own, const ClipboardLimits &limits);
-    ~X11Clipboard();
+    ~X11Clipboard() override;
 
-    /// The own content has begun anew: takes the clipboard over with it.
-    void takeOverWithOwn();
+    void takeOverWithOwn() override;
 
 private:
     /// What is served when this program owns the clipboard.
@@ -47,8 +47,8 @@ private:
 
     void leaveToOthers(uint32_t sequence);
     void fetch(qint64 number, xcb_timestamp_t time);
-    void onReadable(const X11ContentFetch &fetch);
-    void onEnded(X11ContentFetch &fetch);
+    void onReadable(const ContentFetch &fetch);
+    void onEnded(const ContentFetch &fetch);
     void keep(qint64 number, const ClipboardContent &content);
     void publishCleared();
     void takeOverIfLeft();

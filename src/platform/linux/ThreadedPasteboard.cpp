@@ -1,7 +1,7 @@
-#include "platform/x11/X11Pasteboard.h"
+#include "platform/linux/ThreadedPasteboard.h"
 
 #include "platform/linux/ClipboardOwnContent.h"
-#include "platform/x11/X11Clipboard.h"
+#include "platform/linux/ThreadInbox.h"
 
 #include <QEventLoop>
 
@@ -9,11 +9,11 @@
 #include <thread>
 
 /// The clipboard's thread, and what it shares with the main thread.
-class X11Pasteboard::Thread
+class ThreadedPasteboard::Thread
 {
 public:
-    explicit Thread(const ClipboardLimits &limits)
-        : m_limits(limits)
+    explicit Thread(Open open)
+        : m_open(std::move(open))
     {
     }
 
@@ -36,7 +36,7 @@ public:
 
     void takeOverWithOwn()
     {
-        m_inbox->post([this] { m_clipboard->takeOverWithOwn(); });
+        m_inbox->post([this] { m_follower->takeOverWithOwn(); });
     }
 
     ClipboardQueue queue;
@@ -48,76 +48,76 @@ private:
         // First, since it makes the thread one that notifiers and timers work on.
         QEventLoop loop;
         ThreadInbox inbox;
-        const auto clipboard = X11Clipboard::open(inbox, queue, own, m_limits);
-        if (!clipboard) {
+        const auto follower = m_open(inbox, queue, own);
+        if (!follower) {
             isOpen.set_value(false);
             return;
         }
         m_loop = &loop;
         m_inbox = &inbox;
-        m_clipboard = clipboard.get();
+        m_follower = follower.get();
         isOpen.set_value(true);
         loop.exec();
     }
 
-    const ClipboardLimits m_limits;
+    const Open m_open;
     QEventLoop *m_loop = nullptr;
     ThreadInbox *m_inbox = nullptr;
-    X11Clipboard *m_clipboard = nullptr;
+    ClipboardFollower *m_follower = nullptr;
     std::thread m_thread;
 };
 
-std::unique_ptr<X11Pasteboard> X11Pasteboard::open(const ClipboardLimits &limits)
+std::unique_ptr<ThreadedPasteboard> ThreadedPasteboard::start(Open open)
 {
-    auto thread = std::make_unique<Thread>(limits);
+    auto thread = std::make_unique<Thread>(std::move(open));
     if (!thread->start())
         return nullptr;
-    return std::unique_ptr<X11Pasteboard>(new X11Pasteboard(std::move(thread)));
+    return std::unique_ptr<ThreadedPasteboard>(new ThreadedPasteboard(std::move(thread)));
 }
 
-X11Pasteboard::X11Pasteboard(std::unique_ptr<Thread> thread)
+ThreadedPasteboard::ThreadedPasteboard(std::unique_ptr<Thread> thread)
     : m_thread(std::move(thread))
 {
 }
-X11Pasteboard::~X11Pasteboard() = default;
+ThreadedPasteboard::~ThreadedPasteboard() = default;
 
-qint64 X11Pasteboard::changeCount() const
+qint64 ThreadedPasteboard::changeCount() const
 {
     return m_thread->queue.changeCount();
 }
 
-bool X11Pasteboard::advance()
+bool ThreadedPasteboard::advance()
 {
     return m_thread->queue.advance();
 }
 
-std::vector<PasteboardItem> X11Pasteboard::pasteboardItems() const
+std::vector<PasteboardItem> ThreadedPasteboard::pasteboardItems() const
 {
     return m_thread->queue.pasteboardItems();
 }
 
-std::optional<QByteArray> X11Pasteboard::data(PasteboardType type) const
+std::optional<QByteArray> ThreadedPasteboard::data(PasteboardType type) const
 {
     return m_thread->queue.data(type);
 }
 
-std::optional<QByteArray> X11Pasteboard::pngRepresentation(PasteboardType type) const
+std::optional<QByteArray> ThreadedPasteboard::pngRepresentation(PasteboardType type) const
 {
     return m_thread->queue.pngRepresentation(type);
 }
 
-void X11Pasteboard::clearContents()
+void ThreadedPasteboard::clearContents()
 {
     m_thread->own.start();
     m_thread->takeOverWithOwn();
 }
 
-void X11Pasteboard::setString(const QByteArray &string)
+void ThreadedPasteboard::setString(const QByteArray &string)
 {
     m_thread->own.setString(string);
 }
 
-void X11Pasteboard::writeObjects(const std::vector<PasteboardObject> &objects)
+void ThreadedPasteboard::writeObjects(const std::vector<PasteboardObject> &objects)
 {
     m_thread->own.writeObjects(objects);
 }
