@@ -3,6 +3,7 @@
 #include "app/TerminationSignals.h"
 #include "base/Console.h"
 #include "platform/PlatformLoader.h"
+#include "platform/ToolkitChoice.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -20,7 +21,7 @@ AppDelegate::Ports loadPorts(MainQueue &queue)
     ports.appearance = platform::loadAppearance(queue);
     ports.pasteboard = platform::loadPasteboard();
     ports.workspace = platform::loadWorkspace();
-    ports.hotKeyCenter = platform::loadHotKeyCenter();
+    ports.hotKeyCenter = platform::loadHotKeyCenter(queue);
     ports.eventPoster = platform::loadEventPoster(queue, *ports.workspace);
     ports.scripting = platform::loadScriptingService(*ports.workspace);
     ports.localEvents = platform::loadLocalEvents();
@@ -57,7 +58,9 @@ int main(int argumentCount, char **arguments)
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     // Before the toolkit takes what tells who has started the program out of the environment.
     const auto instance = platform::loadSingleInstance();
+    auto toolkitChoice = std::make_unique<platform::ToolkitChoice>();
     const QGuiApplication application(argumentCount, arguments);
+    toolkitChoice.reset();
     QGuiApplication::setApplicationName(QStringLiteral("larkspool"));
     QGuiApplication::setApplicationVersion(QStringLiteral(LARKSPOOL_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.larkspool.Larkspool"));

@@ -4,13 +4,17 @@
 #include "platform/linux/ApplicationEvents.h"
 #include "platform/linux/DBusSingleInstance.h"
 #include "platform/linux/DesktopAppearance.h"
+#include "platform/linux/DesktopHotKeys.h"
 #include "platform/linux/DesktopLoginItem.h"
 #include "platform/linux/DesktopScripting.h"
 #include "platform/linux/DesktopSound.h"
+#include "platform/linux/PartialEventPoster.h"
+#include "platform/linux/SilentWorkspace.h"
 #include "platform/linux/StatusNotifierBar.h"
 #include "platform/linux/SystemLog.h"
 #include "platform/null/NullBackends.h"
 #include "platform/null/NullLoginItem.h"
+#include "platform/wayland/WaylandBackends.h"
 #include "platform/x11/X11Backends.h"
 
 namespace platform
@@ -28,37 +32,60 @@ std::unique_ptr<Port> orNull(std::unique_ptr<Port> backend, const char *reason)
     return std::make_unique<NullBackend>();
 }
 
+/// Beside a compositor the X server that it keeps reaches just that server's own clients.
+std::unique_ptr<EventPoster> makeEventPoster(MainQueue &queue, const Workspace &workspace)
+{
+    if (auto poster = makeWaylandEventPoster(queue, workspace))
+        return poster;
+    auto poster = makeX11EventPoster(queue, workspace);
+    if (!poster || !hasWaylandCompositor())
+        return poster;
+    auto clients = makeX11Workspace();
+    return clients ? std::make_unique<PartialEventPoster>(std::move(poster), std::move(clients)) : nullptr;
+}
+
 } // namespace
 
 std::unique_ptr<Pasteboard> loadPasteboard()
 {
-    return orNull<Pasteboard, NullPasteboard>(makeX11Pasteboard(),
-        "No clipboard: this desktop session has no X server with the XFixes extension");
+    auto pasteboard = makeWaylandPasteboard();
+    // Where a compositor lends its clipboard to nobody, it keeps its X server's in step.
+    return orNull<Pasteboard, NullPasteboard>(pasteboard ? std::move(pasteboard) : makeX11Pasteboard(),
+        "No clipboard: this desktop session has neither a data-control protocol nor an X server with the "
+        "XFixes extension");
 }
 
 std::unique_ptr<Workspace> loadWorkspace()
 {
+    if (auto workspace = makeWaylandWorkspace())
+        return workspace;
+    auto workspace = makeX11Workspace();
+    if (hasWaylandCompositor())
+        return std::make_unique<SilentWorkspace>(std::move(workspace));
     return orNull<Workspace, NullWorkspace>(
-        makeX11Workspace(), "No frontmost application: this desktop session has no X server");
+        std::move(workspace), "No frontmost application: this desktop session has no display");
 }
 
-std::unique_ptr<HotKeyCenter> loadHotKeyCenter()
+std::unique_ptr<HotKeyCenter> loadHotKeyCenter(MainQueue &queue)
 {
     return orNull<HotKeyCenter, NullHotKeyCenter>(
-        makeX11HotKeyCenter(), "No hot key: this desktop session has no X server with the XKB extension");
+        hasWaylandCompositor() ? makePortalHotKeyCenter(queue) : makeX11HotKeyCenter(),
+        "No hot key: this desktop session has neither a shortcuts portal nor an X server with the XKB "
+        "extension");
 }
 
 std::unique_ptr<EventPoster> loadEventPoster(MainQueue &queue, const Workspace &workspace)
 {
-    return orNull<EventPoster, NullEventPoster>(makeX11EventPoster(queue, workspace),
-        "No paste keys: this desktop session has no X server with the XTEST extension");
+    return orNull<EventPoster, NullEventPoster>(makeEventPoster(queue, workspace),
+        "No paste keys: this desktop session has neither a virtual keyboard nor an X server with the XTEST "
+        "extension");
 }
 
 std::unique_ptr<ScriptingService> loadScriptingService(const Workspace &workspace)
 {
     const auto canPressKeys = [&workspace] {
         EventLoopQueue queue;
-        return makeX11EventPoster(queue, workspace) != nullptr;
+        return !hasWaylandCompositor() && makeX11EventPoster(queue, workspace);
     };
     return makeDesktopScripting(workspace, canPressKeys);
 }
@@ -91,7 +118,8 @@ std::unique_ptr<LoginItem> loadLoginItem(MainQueue &queue)
 
 std::unique_ptr<Screens> loadScreens()
 {
-    return orNull<Screens, NullScreens>(makeX11Screens(), "No screens: this desktop session has no X server");
+    return orNull<Screens, NullScreens>(hasWaylandCompositor() ? makeWaylandScreens() : makeX11Screens(),
+        "No screens: this desktop session has no display");
 }
 
 std::unique_ptr<UnifiedLog> loadUnifiedLog()

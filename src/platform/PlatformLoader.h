@@ -25,7 +25,7 @@ namespace platform
 
 std::unique_ptr<Pasteboard> loadPasteboard();
 std::unique_ptr<Workspace> loadWorkspace();
-std::unique_ptr<HotKeyCenter> loadHotKeyCenter();
+std::unique_ptr<HotKeyCenter> loadHotKeyCenter(MainQueue &queue);
 std::unique_ptr<EventPoster> loadEventPoster(MainQueue &queue, const Workspace &workspace);
 std::unique_ptr<ScriptingService> loadScriptingService(const Workspace &workspace);
 std::unique_ptr<SingleInstance> loadSingleInstance();

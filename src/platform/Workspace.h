@@ -15,4 +15,8 @@ public:
 
     /// The application whose window has the keyboard focus; null when none has or the desktop does not tell.
     virtual std::shared_ptr<RunningApplication> frontmostApplication() const = 0;
+
+    /// The application that was activated last, once: whom the keys are for that are posted next. Null when
+    /// none was, or that has been told already.
+    virtual std::shared_ptr<RunningApplication> takeActivatedApplication() const { return nullptr; }
 };

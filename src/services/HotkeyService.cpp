@@ -35,11 +35,11 @@ void HotkeyService::registerHotkey(const KeyCombo &combo, std::function<void()> 
     const quint32 modifiers = combo.modifiers & (CommandKey | ShiftKey | OptionKey | ControlKey);
     HotKeyRegistration registration = m_center.registerEventHotKey(combo.keyCode, modifiers, Identity);
     if (registration.status != HotKeyRegistered) {
-        consoleLine(QStringLiteral("Failed to register hotkey: %1").arg(registration.status));
+        registrationFailed(registration.status);
         return;
     }
     m_eventHotKeyRef = std::move(registration.ref);
-    installHandler();
+    installHandlers();
 }
 
 void HotkeyService::unregister()
@@ -47,14 +47,24 @@ void HotkeyService::unregister()
     m_eventHotKeyRef.reset();
 }
 
-void HotkeyService::installHandler()
+void HotkeyService::registrationFailed(int status)
 {
-    // The callback gets no context: it finds the service by itself.
+    m_eventHotKeyRef.reset();
+    consoleLine(QStringLiteral("Failed to register hotkey: %1").arg(status));
+}
+
+void HotkeyService::installHandlers()
+{
+    // The callbacks get no context: they find the service by themselves.
     m_center.installEventHandler([] {
         if (!theInstance)
             return;
         // A copy: the action may register another hot key, and with it another action.
         if (const auto onTrigger = theInstance->m_onTrigger)
             onTrigger();
+    });
+    m_center.installFailureHandler([](int status) {
+        if (theInstance && theInstance->isRegistered())
+            theInstance->registrationFailed(status);
     });
 }

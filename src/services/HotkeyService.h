@@ -19,7 +19,7 @@ public:
     static HotkeyService *sharedInstance();
 
     /// Makes the combination the hot key, in place of the one before, and the handler what a press calls. One
-    /// that the system refuses leaves no hot key and prints a line with the status.
+    /// that the system refuses, now or later, leaves no hot key and prints a line with the status.
     void registerHotkey(const KeyCombo &combo, std::function<void()> handler);
 
     /// Releases the hot key, if there is one.
@@ -28,7 +28,8 @@ public:
     bool isRegistered() const { return m_eventHotKeyRef != nullptr; }
 
 private:
-    void installHandler();
+    void installHandlers();
+    void registrationFailed(int status);
 
     HotKeyCenter &m_center;
     std::unique_ptr<HotKeyRef> m_eventHotKeyRef;

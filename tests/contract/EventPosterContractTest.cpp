@@ -1,6 +1,8 @@
 #include "fakes/FakeEventPoster.h"
 #include "fakes/FakeWorkspace.h"
+#include "platform/wayland/WaylandBackends.h"
 #include "platform/x11/X11Backends.h"
+#include "support/Compositor.h"
 #include "support/XServer.h"
 
 #include <gtest/gtest.h>
@@ -46,9 +48,24 @@ private:
     std::unique_ptr<EventPoster> m_poster = platform::makeX11EventPoster(m_queue, m_workspace);
 };
 
+template<Compositor::Kind kind>
+class WaylandWorld : public EventPosterWorld
+{
+public:
+    EventPoster &poster() override { return *m_poster; }
+
+private:
+    Compositor m_compositor{kind};
+    FakeWorkspace m_workspace;
+    EventLoopQueue m_queue;
+    std::unique_ptr<EventPoster> m_poster = platform::makeWaylandEventPoster(m_queue, m_workspace);
+};
+
 const EventPosterBackend Backends[] = {
     {"Fake", [] { return std::make_unique<FakeWorld>(); }},
     {"X11", [] { return std::make_unique<X11World>(); }},
+    {"Sway", [] { return std::make_unique<WaylandWorld<Compositor::Kind::Sway>>(); }},
+    {"KWin", [] { return std::make_unique<WaylandWorld<Compositor::Kind::KWin>>(); }},
 };
 
 class EventPosterContract : public ::testing::TestWithParam<EventPosterBackend>

@@ -93,6 +93,10 @@ bool HandWrittenPortal::handleMessage(const QDBusMessage &message, const QDBusCo
         handleKey(message);
     } else if (method == silentMethod) {
         m_withheld.append(message);
+    } else if (method == QLatin1String("Register")) {
+        m_bus->get().send(hasRegistry
+                ? message.createReply()
+                : message.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("No such interface")));
     } else if (method == QLatin1String("GetAll")) {
         const QVariantMap properties{
             {QStringLiteral("version"), version}, {QStringLiteral("AvailableDeviceTypes"), deviceTypes}};

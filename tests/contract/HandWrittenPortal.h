@@ -25,6 +25,8 @@ public:
     uint version = 2;
     uint deviceTypes = 7;
     Decision decision = Decision::Grants;
+    /// It lets programs tell which ones they are.
+    bool hasRegistry = true;
     /// It says what session it has made.
     bool namesSession = true;
     /// It sends the response of a request before the call's own reply.

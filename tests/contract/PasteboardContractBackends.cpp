@@ -2,7 +2,10 @@
 
 #include "fakes/FakePasteboard.h"
 #include "platform/linux/ClipboardTargets.h"
+#include "platform/wayland/WaylandBackends.h"
 #include "platform/x11/X11Backends.h"
+#include "support/ClipboardOwner.h"
+#include "support/Compositor.h"
 #include "support/SelectionOwner.h"
 #include "support/Waiting.h"
 #include "support/XServer.h"
@@ -76,6 +79,54 @@ private:
     std::vector<std::unique_ptr<SelectionOwner>> m_owners;
 };
 
+/// A compositor of its own, and an owner for each copy.
+template<Compositor::Kind kind>
+class WaylandWorld : public PasteboardWorld
+{
+public:
+    Pasteboard &pasteboard() override { return *m_pasteboard; }
+    void copy(const Content &content) override { own(offerOf(content)); }
+
+    void copySecret(const Content &content) override
+    {
+        ClipboardOwner::Offer offer = offerOf(content);
+        offer.emplace(clipboard::SecretHint, "secret");
+        own(offer);
+    }
+
+private:
+    static ClipboardOwner::Offer offerOf(const Content &content)
+    {
+        ClipboardOwner::Offer offer;
+        const auto add = [&](PasteboardType type, const char *target) {
+            if (const auto found = content.find(type); found != content.end())
+                offer.emplace(target, found->second);
+        };
+        add(PasteboardType::String, clipboard::Utf8PlainText);
+        add(PasteboardType::Tiff, clipboard::Tiff);
+        add(PasteboardType::Png, clipboard::Png);
+        add(PasteboardType::FileUrl, clipboard::UriList);
+        add(PasteboardType::Url, clipboard::UriList);
+        if (const auto name = content.find(PasteboardType::UrlName); name != content.end())
+            offer.emplace(
+                clipboard::MozillaUrl, utf16(content.at(PasteboardType::Url) + "\n" + name->second));
+        return offer;
+    }
+
+    void own(const ClipboardOwner::Offer &offer)
+    {
+        m_owners.push_back(ClipboardOwner::open());
+        ClipboardOwner &owner = *m_owners.back();
+        owner.own(offer);
+        const qsizetype wanted = offer.contains(clipboard::SecretHint) ? 1 : qsizetype(offer.size());
+        EXPECT_TRUE(waitUntil([&] { return owner.requests().size() >= wanted; }));
+    }
+
+    Compositor m_compositor{kind};
+    std::unique_ptr<Pasteboard> m_pasteboard = platform::makeWaylandPasteboard();
+    std::vector<std::unique_ptr<ClipboardOwner>> m_owners;
+};
+
 template<class World>
 std::unique_ptr<PasteboardWorld> make()
 {
@@ -89,4 +140,9 @@ INSTANTIATE_TEST_SUITE_P(Fake, PasteboardContract,
     [](const auto &backend) { return backend.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(X11, PasteboardContract, ::testing::Values(PasteboardBackend{"X11", make<X11World>}),
+    [](const auto &backend) { return backend.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(Wayland, PasteboardContract,
+    ::testing::Values(PasteboardBackend{"Sway", make<WaylandWorld<Compositor::Kind::Sway>>},
+        PasteboardBackend{"KWin", make<WaylandWorld<Compositor::Kind::KWin>>}),
     [](const auto &backend) { return backend.param.name; });

@@ -34,6 +34,22 @@ TEST_F(HandWrittenPortalTest, AsksForTheKeyboardAloneAndToBeRemembered)
     EXPECT_EQ(token().read(), QStringLiteral("token-1"));
 }
 
+TEST_F(HandWrittenPortalTest, SaysWhichProgramItIsBeforeAnythingElseAndOnce)
+{
+    ASSERT_EQ(prepare(), Done);
+    EXPECT_EQ(m_portal->calls().front().method, QStringLiteral("Register"));
+    m_portal->closeSession();
+    EXPECT_TRUE(waitUntil([this] { return prepare() == Done && m_portal->count("CreateSession") == 2; }));
+    EXPECT_EQ(m_portal->count("Register"), 1);
+}
+
+TEST_F(HandWrittenPortalTest, DoesWithoutARegistryOfPrograms)
+{
+    m_portal->hasRegistry = false;
+    EXPECT_EQ(prepare(), Done);
+    EXPECT_EQ(press(), Done);
+}
+
 TEST_F(HandWrittenPortalTest, KeepsTheSession)
 {
     for (int i = 0; i < 3; ++i) {
@@ -147,7 +163,7 @@ TEST_F(HandWrittenPortalTest, AsksAVersionThatIsTooOldToRememberNothingAboutIt)
 
 TEST_F(HandWrittenPortalTest, WaitsTwoSecondsForAReply)
 {
-    for (const char *const method : {"GetAll", "CreateSession", "SelectDevices"}) {
+    for (const char *const method : {"Register", "GetAll", "CreateSession", "SelectDevices"}) {
         m_portal->silentMethod = QString::fromLatin1(method);
         const int before = m_portal->count(method);
         m_said.clear();
@@ -224,6 +240,7 @@ TEST_F(HandWrittenPortalTest, OpensANewSessionWithThePortalThatComesAfterOneThat
     ASSERT_TRUE(hasVanished());
     m_portal = std::make_unique<HandWrittenPortal>(m_bus.address());
     EXPECT_TRUE(waitUntil([this] { return prepare() == Done && m_portal->count("CreateSession") == 1; }));
+    EXPECT_EQ(m_portal->count("Register"), 1);
     EXPECT_EQ(press(), Done);
     EXPECT_EQ(m_portal->keys(), ControlVKeys);
 }

@@ -86,8 +86,15 @@ protected:
     {
         auto first = instance();
         EXPECT_EQ(first->claim(), Claim::Ours);
-        first->onActivate = [this](const QString &token) { m_tokens.append(token); };
+        first->onActivate = [this](const QString &token) { noteActivation(token); };
         return first;
+    }
+    void noteActivation(const QString &token)
+    {
+        m_tokens.append(token);
+        // As the toolkit does; what is left would be the proof of the next instance, which runs in the same
+        // process here.
+        qunsetenv("XDG_ACTIVATION_TOKEN");
     }
 
     std::future<Claim> claimInThread() const
@@ -178,6 +185,27 @@ TEST_F(SingleInstanceTest, TheTokenIsTheOneOfTheInstancesStart)
     EXPECT_TRUE(hasTokens({QStringLiteral("at the start")}));
 }
 
+TEST_F(SingleInstanceTest, TheTokenIsOfferedToTheToolkitBeforeTheActivation)
+{
+    const Variable ofAnEarlierOne("XDG_ACTIVATION_TOKEN", "out of date");
+    const auto first = firstInstance();
+    QStringList offered;
+    first->onActivate = [&](const QString &) {
+        offered.append(qEnvironmentVariable("XDG_ACTIVATION_TOKEN", QStringLiteral("none")));
+    };
+    const auto activateWith = [&](const QVariantMap &data) {
+        const qsizetype before = offered.size();
+        reply(QStringLiteral("Activate"), {data});
+        return waitUntil([&] { return offered.size() == before + 1; });
+    };
+    ASSERT_TRUE(activateWith({{QStringLiteral("activation-token"), QStringLiteral("token-1")},
+        {QStringLiteral("desktop-startup-id"), QStringLiteral("startup_TIME1")}}));
+    ASSERT_TRUE(activateWith({{QStringLiteral("desktop-startup-id"), QStringLiteral("startup_TIME2")}}));
+    ASSERT_TRUE(activateWith({}));
+    EXPECT_EQ(offered,
+        (QStringList{QStringLiteral("token-1"), QStringLiteral("startup_TIME2"), QStringLiteral("none")}));
+}
+
 TEST_F(SingleInstanceTest, CallsDuringTheStartWaitAndCountAsOne)
 {
     const auto first = instance();
@@ -186,7 +214,7 @@ TEST_F(SingleInstanceTest, CallsDuringTheStartWaitAndCountAsOne)
         const QVariantMap data{{QStringLiteral("activation-token"), QString::fromLatin1(token)}};
         EXPECT_EQ(reply(QStringLiteral("Activate"), {data}).type(), QDBusMessage::ReplyMessage);
     }
-    first->onActivate = [this](const QString &token) { tokens().append(token); };
+    first->onActivate = [this](const QString &token) { noteActivation(token); };
     ASSERT_TRUE(hasTokens({QStringLiteral("two")}));
     // The next one is one of its own, and the only one.
     EXPECT_EQ(nextClaim(), Claim::HandedOver);

@@ -43,6 +43,14 @@ void FakeHotKeyCenter::press(quint32 keyCode, quint32 modifiers)
         call();
 }
 
+void FakeHotKeyCenter::refuseLater(int status)
+{
+    for (size_t count = m_registered->size(); count > 0; --count) {
+        m_registered->erase(m_registered->begin());
+        callFailureHandler(status);
+    }
+}
+
 HotKeyRegistration FakeHotKeyCenter::registerEventHotKey(quint32 keyCode, quint32 modifiers, HotKeyId id)
 {
     if (m_failure != 0)

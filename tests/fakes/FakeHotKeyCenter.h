@@ -20,6 +20,10 @@ public:
     void giveBackElsewhere(quint32 keyCode, quint32 modifiers) { m_elsewhere.erase({keyCode, modifiers}); }
     /// What every registration comes to from now on; 0 leaves it to the combination.
     void failWith(int status) { m_failure = status; }
+    /// The desktop, which has taken its time, refuses what is registered now.
+    void refuseLater(int status);
+    /// Tells of a refusal, whatever is registered.
+    void callFailureHandler(int status) { registrationFailed(status); }
 
     /// What is registered now.
     const std::set<Combination> &registered() const { return *m_registered; }

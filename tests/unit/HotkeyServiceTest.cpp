@@ -78,6 +78,40 @@ TEST_F(Hotkey, ARefusalPrintsTheStatusAndLeavesNoHotKey)
     EXPECT_TRUE(m_center.registered().empty());
 }
 
+TEST_F(Hotkey, ALaterRefusalPrintsTheStatusOnceAndLeavesNoHotKey)
+{
+    EXPECT_EQ(registered(KeyCombo::standard()), "");
+    ::testing::internal::CaptureStdout();
+    m_center.refuseLater(-9877);
+    m_center.refuseLater(-9877);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "Failed to register hotkey: -9877\n");
+    EXPECT_FALSE(m_service.isRegistered());
+    EXPECT_EQ(registered(KeyCombo::standard()), "");
+    m_center.press(9, 768);
+    EXPECT_EQ(m_presses, 1);
+}
+
+TEST_F(Hotkey, ALaterRefusalOfTheNextHotKeyPrintsItsOwnLine)
+{
+    registered(KeyCombo::standard());
+    ::testing::internal::CaptureStdout();
+    m_center.refuseLater(-9878);
+    m_service.registerHotkey({8, 256}, [] {});
+    m_center.refuseLater(-9877);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(),
+        "Failed to register hotkey: -9878\nFailed to register hotkey: -9877\n");
+    EXPECT_FALSE(m_service.isRegistered());
+}
+
+TEST_F(Hotkey, WhatIsNotRegisteredCannotBeRefused)
+{
+    registered(KeyCombo::standard());
+    m_service.unregister();
+    ::testing::internal::CaptureStdout();
+    m_center.callFailureHandler(-9878);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+}
+
 TEST_F(Hotkey, UnregisteringReleasesIt)
 {
     registered(KeyCombo::standard());

@@ -1,5 +1,7 @@
 #include "platform/linux/AppearancePortal.h"
 
+#include "platform/linux/PortalNames.h"
+
 #include <QDBusError>
 #include <QDBusVariant>
 
@@ -11,8 +13,6 @@ namespace
 /// A portal that is about to start may take its time; nobody waits for it.
 constexpr std::chrono::seconds Patience{25};
 
-constexpr QLatin1String PortalName("org.freedesktop.portal.Desktop");
-constexpr QLatin1String PortalPath("/org/freedesktop/portal/desktop");
 constexpr QLatin1String Interface("org.freedesktop.portal.Settings");
 
 /// Of all versions, and out of favour since the second, since it wraps its answer in one variant more.
@@ -40,9 +40,9 @@ void AppearancePortal::follow()
     // From whoever sends them: for the portal's name QtDBus would wait for the bus. The slots know the
     // sender.
     m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), {QString(PortalName)},
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), {QString(portal::Name)},
         QString(), this, SLOT(ownerChanged(QString, QString, QString)));
-    m_connection.connect(QString(), PortalPath, Interface, QStringLiteral("SettingChanged"), this,
+    m_connection.connect(QString(), portal::Path, Interface, QStringLiteral("SettingChanged"), this,
         SLOT(settingChanged(QDBusMessage)));
     askForAll();
 }
@@ -56,7 +56,7 @@ void AppearancePortal::askForAll()
 void AppearancePortal::ask(AppearanceSettings::Setting setting, const QString &method)
 {
     const auto name = AppearanceSettings::nameOf(setting);
-    QDBusMessage question = QDBusMessage::createMethodCall(PortalName, PortalPath, Interface, method);
+    QDBusMessage question = QDBusMessage::createMethodCall(portal::Name, portal::Path, Interface, method);
     question << name.nameSpace << name.key;
     // Instead of the one before, whose answer is out of date.
     m_calls.at(static_cast<size_t>(setting)) = std::make_unique<BusCall>(m_connection, question, m_queue,

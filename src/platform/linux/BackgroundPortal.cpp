@@ -1,5 +1,7 @@
 #include "platform/linux/BackgroundPortal.h"
 
+#include "platform/linux/PortalNames.h"
+
 #include <QDBusVariant>
 
 #include <utility>
@@ -14,8 +16,6 @@ constexpr seconds ReplyPatience{10};
 /// For the user's answer.
 constexpr seconds ConsentPatience{60};
 
-constexpr QLatin1String PortalName("org.freedesktop.portal.Desktop");
-constexpr QLatin1String PortalPath("/org/freedesktop/portal/desktop");
 constexpr QLatin1String Interface("org.freedesktop.portal.Background");
 
 constexpr QLatin1String NoPortal("the desktop has no portal for starting programs at login");
@@ -58,11 +58,11 @@ void BackgroundPortal::askForVersion()
     // Without the portal's name: Qt would wait for the bus to say who owns that.
     if (!std::exchange(m_isWatching, true)) {
         m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus"),
-            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), {QString(PortalName)},
-            QString(), this, SLOT(ownerChanged(QString, QString, QString)));
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"),
+            {QString(portal::Name)}, QString(), this, SLOT(ownerChanged(QString, QString, QString)));
     }
     QDBusMessage call = QDBusMessage::createMethodCall(
-        PortalName, PortalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+        portal::Name, portal::Path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << QString(Interface) << QStringLiteral("version");
     m_call = std::make_unique<BusCall>(
         m_connection, call, m_queue, ReplyPatience, [this](const QDBusMessage &reply) {
@@ -80,8 +80,8 @@ void BackgroundPortal::askForVersion()
 void BackgroundPortal::request()
 {
     const QString parentWindow;
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(m_portal, PortalPath, Interface, QStringLiteral("RequestBackground"));
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        m_portal, portal::Path, Interface, QStringLiteral("RequestBackground"));
     call << parentWindow;
     const QVariantMap options{
         {QStringLiteral("reason"), QStringLiteral("Larkspool remembers what you copy from your login on.")},

@@ -1,5 +1,6 @@
 #include "platform/linux/DBusSingleInstance.h"
 
+#include "platform/linux/ActivationToken.h"
 #include "platform/linux/ApplicationAdaptor.h"
 #include "platform/linux/BusConnection.h"
 #include "platform/linux/SessionBus.h"
@@ -149,10 +150,12 @@ void DBusSingleInstance::activationRequested(const QVariantMap &platformData)
 
 void DBusSingleInstance::deliver()
 {
-    if (onActivate)
-        onActivate(m_waitingToken);
-    else
+    if (!onActivate) {
         m_delivery.start(DeliveryRetry);
+        return;
+    }
+    offerActivationToken(m_waitingToken);
+    onActivate(m_waitingToken);
 }
 
 std::unique_ptr<SingleInstance> platform::makeDBusSingleInstance()

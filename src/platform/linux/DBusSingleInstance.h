@@ -16,9 +16,10 @@ class BusConnection;
 /// org.freedesktop.Application there (Desktop Entry Specification, "D-Bus Activation"), on a connection of
 /// its own.
 ///
-/// Calls that come in before `onActivate` is set wait for it. Calls that come in while the event loop is held
-/// up, as during the start, count as one: each is the wish to see the program, and a second one must not take
-/// back what the first has got.
+/// A call's proof that it was the user's doing is offered to the toolkit (see offerActivationToken) before
+/// `onActivate`. Calls that come in before `onActivate` is set wait for it. Calls that come in while the
+/// event loop is held up, as during the start, count as one: each is the wish to see the program, and a
+/// second one must not take back what the first has got.
 ///
 /// When the bus goes away, an instance stays what it was.
 class DBusSingleInstance : public SingleInstance

@@ -1,6 +1,7 @@
 #include "platform/linux/DesktopScripting.h"
 
 #include "platform/linux/AccessibilityKeys.h"
+#include "platform/linux/BusConnection.h"
 #include "platform/linux/KeystrokeService.h"
 #include "platform/linux/RemoteDesktopPortal.h"
 #include "platform/linux/SessionBus.h"
@@ -23,15 +24,20 @@ public:
 private:
     std::vector<std::unique_ptr<KeyPresser>> pressers(std::function<bool()> canPressKeys)
     {
-        const QDBusConnection bus = sessionbus::connection();
+        // The portal wants to know the program before anything else is said on its connection.
+        if (const QByteArray address = sessionbus::address(); !address.isEmpty())
+            m_portalBus = BusConnection::open(address);
         std::vector<std::unique_ptr<KeyPresser>> list;
         list.push_back(std::make_unique<RemoteDesktopPortal>(
-            bus, m_queue, RestoreToken(RestoreToken::defaultFilePath())));
-        list.push_back(std::make_unique<AccessibilityKeys>(bus, m_queue, std::move(canPressKeys)));
+            m_portalBus ? m_portalBus->get() : QDBusConnection(QString()), m_queue,
+            RestoreToken(RestoreToken::defaultFilePath())));
+        list.push_back(
+            std::make_unique<AccessibilityKeys>(sessionbus::connection(), m_queue, std::move(canPressKeys)));
         return list;
     }
 
     EventLoopQueue m_queue;
+    std::unique_ptr<BusConnection> m_portalBus; ///< null without a session bus
     KeystrokeService m_service;
 };
 

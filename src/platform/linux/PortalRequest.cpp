@@ -13,12 +13,14 @@ const QString &requestInterface()
     return Name;
 }
 
-/// Where the request object will be, so that its signal is awaited before there is one.
-QString pathOfRequest(const QDBusConnection &connection, const QString &token)
+/// Where an object will be, so that its signals are awaited before there is one. The kind is "request" or
+/// "session".
+QString pathOf(const char *kind, const QDBusConnection &connection, const QString &token)
 {
     QString sender = connection.baseService().mid(1);
     sender.replace(QLatin1Char('.'), QLatin1Char('_'));
-    return QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2").arg(sender, token);
+    return QStringLiteral("/org/freedesktop/portal/desktop/%1/%2/%3")
+        .arg(QString::fromLatin1(kind), sender, token);
 }
 
 } // namespace
@@ -32,7 +34,7 @@ PortalRequest::PortalRequest(QDBusConnection connection, QDBusMessage call, QVar
     , m_onDone(std::move(onDone))
 {
     const QString token = newToken();
-    m_path = pathOfRequest(m_connection, token);
+    m_path = pathOf("request", m_connection, token);
     m_connection.connect(m_portal, m_path, requestInterface(), QStringLiteral("Response"), this,
         SLOT(responded(uint, QVariantMap)));
     options.insert(QStringLiteral("handle_token"), token);
@@ -54,6 +56,11 @@ PortalRequest::~PortalRequest()
 QString PortalRequest::newToken()
 {
     return QStringLiteral("larkspool_%1").arg(QRandomGenerator::global()->generate64(), 0, 36);
+}
+
+QString PortalRequest::sessionPath(const QDBusConnection &connection, const QString &token)
+{
+    return pathOf("session", connection, token);
 }
 
 void PortalRequest::replied(const QDBusMessage &reply)

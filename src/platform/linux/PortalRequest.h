@@ -36,6 +36,8 @@ public:
 
     /// A token that no other request or session of this process has.
     static QString newToken();
+    /// Where a portal puts the session that this connection asks for with the token.
+    static QString sessionPath(const QDBusConnection &connection, const QString &token);
 
 private Q_SLOTS:
     void responded(uint response, const QVariantMap &results);

@@ -1,5 +1,7 @@
 #include "platform/linux/RemoteDesktopPortal.h"
 
+#include "platform/linux/PortalNames.h"
+
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 
@@ -24,10 +26,7 @@ constexpr uint Released = 0;
 constexpr uint VersionThatRemembers = 2;
 constexpr uint UntilRevoked = 2;
 
-constexpr QLatin1String PortalName("org.freedesktop.portal.Desktop");
-constexpr QLatin1String PortalPath("/org/freedesktop/portal/desktop");
 constexpr QLatin1String Interface("org.freedesktop.portal.RemoteDesktop");
-constexpr QLatin1String SessionInterface("org.freedesktop.portal.Session");
 
 constexpr QLatin1String NoPortal("no remote-desktop portal");
 constexpr QLatin1String NoKeyboard("a remote-desktop portal that takes no keys");
@@ -46,7 +45,9 @@ RemoteDesktopPortal::RemoteDesktopPortal(QDBusConnection connection, MainQueue &
     : m_connection(std::move(connection))
     , m_queue(queue)
     , m_token(std::move(token))
+    , m_desktop(m_connection, m_queue)
 {
+    connect(&m_desktop, &DesktopPortal::vanished, this, &RemoteDesktopPortal::portalVanished);
 }
 
 RemoteDesktopPortal::~RemoteDesktopPortal()
@@ -61,20 +62,20 @@ void RemoteDesktopPortal::prepare(Callback onDone)
         finish(Outcome::Done);
         return;
     }
-    // Without the portal's name: Qt would wait for the bus to say who owns that.
-    if (!std::exchange(m_isWatching, true)) {
-        m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus"),
-            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), {QString(PortalName)},
-            QString(), this, SLOT(ownerChanged(QString, QString, QString)));
-    }
     m_stage = Stage::Opening;
-    askForProperties();
+    m_desktop.introduce(ReplyPatience, [this](DesktopPortal::Presence presence) {
+        if (presence == DesktopPortal::Presence::There)
+            askForProperties();
+        else
+            finish(
+                Outcome::Unavailable, presence == DesktopPortal::Presence::Silent ? SilentPortal : NoPortal);
+    });
 }
 
 void RemoteDesktopPortal::askForProperties()
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        PortalName, PortalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("GetAll"));
+    QDBusMessage call = QDBusMessage::createMethodCall(portal::Name, portal::Path,
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("GetAll"));
     call << QString(Interface);
     m_call = std::make_unique<BusCall>(
         m_connection, call, m_queue, ReplyPatience, [this](const QDBusMessage &reply) {
@@ -110,7 +111,7 @@ void RemoteDesktopPortal::sessionCreated(const QString &path)
     }
     m_session = path;
     m_connection.connect(
-        m_portal, m_session, SessionInterface, QStringLiteral("Closed"), this, SLOT(sessionClosed()));
+        m_portal, m_session, portal::SessionInterface, QStringLiteral("Closed"), this, SLOT(sessionClosed()));
     selectDevices();
 }
 
@@ -236,9 +237,9 @@ void RemoteDesktopPortal::sessionClosed()
         finish(Outcome::Failed, SessionEnded);
 }
 
-void RemoteDesktopPortal::ownerChanged(const QString &, const QString &oldOwner, const QString &)
+void RemoteDesktopPortal::portalVanished(const QString &owner)
 {
-    if (oldOwner.isEmpty() || oldOwner != m_portal)
+    if (owner != m_portal)
         return;
     m_session.clear();
     const bool isUntouched = m_stage == Stage::Opening;
@@ -252,10 +253,10 @@ void RemoteDesktopPortal::endSession()
     m_call.reset();
     m_request.reset();
     if (!m_session.isEmpty()) {
-        m_connection.disconnect(
-            m_portal, m_session, SessionInterface, QStringLiteral("Closed"), this, SLOT(sessionClosed()));
-        m_connection.send(QDBusMessage::createMethodCall(
-            m_portal, std::exchange(m_session, QString()), SessionInterface, QStringLiteral("Close")));
+        m_connection.disconnect(m_portal, m_session, portal::SessionInterface, QStringLiteral("Closed"), this,
+            SLOT(sessionClosed()));
+        m_connection.send(QDBusMessage::createMethodCall(m_portal, std::exchange(m_session, QString()),
+            portal::SessionInterface, QStringLiteral("Close")));
     }
     m_stage = Stage::Closed;
 }
@@ -273,7 +274,7 @@ void RemoteDesktopPortal::finish(Outcome outcome, QLatin1String reason)
 /// A call to the portal that has answered, not to one that may have come in its place since.
 QDBusMessage RemoteDesktopPortal::methodCall(const QString &method) const
 {
-    return QDBusMessage::createMethodCall(m_portal, PortalPath, Interface, method);
+    return QDBusMessage::createMethodCall(m_portal, portal::Path, Interface, method);
 }
 
 QDBusMessage RemoteDesktopPortal::keyCall(const KeyMove &move) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/DesktopPortal.h"
 #include "platform/linux/KeyPresser.h"
 #include "platform/linux/PortalRequest.h"
 #include "platform/linux/RestoreToken.h"
@@ -10,8 +11,9 @@
 /// which asks the user once and, from its version 2 on, remembers the answer.
 ///
 /// `prepare` opens a session, in the portal's own order: CreateSession, SelectDevices, Start; the last of
-/// them may show the desktop's question. The session is kept for the next time, until the portal closes it or
-/// goes away. The restore token spares the user the question in the next session.
+/// them may show the desktop's question. Before the first one it says which program asks. The session is kept
+/// for the next time, until the portal closes it or goes away. The restore token spares the user the question
+/// in the next session.
 class RemoteDesktopPortal : public QObject, public KeyPresser
 {
     Q_OBJECT
@@ -26,7 +28,6 @@ public:
 
 private Q_SLOTS:
     void sessionClosed();
-    void ownerChanged(const QString &name, const QString &oldOwner, const QString &newOwner);
 
 private:
     enum class Stage { Closed, Opening, Asking, Open };
@@ -47,6 +48,7 @@ private:
     void pressNext();
     void breakOff();
     void endSession();
+    void portalVanished(const QString &owner);
     void finish(Outcome outcome, QLatin1String reason = {});
     QDBusMessage methodCall(const QString &method) const;
     QDBusMessage keyCall(const KeyMove &move) const;
@@ -54,7 +56,7 @@ private:
     QDBusConnection m_connection;
     MainQueue &m_queue;
     const RestoreToken m_token;
-    bool m_isWatching = false;
+    DesktopPortal m_desktop;
     QString m_portal; ///< its unique name, once it has answered
     uint m_version = 0;
     Stage m_stage = Stage::Closed;

@@ -1,5 +1,6 @@
 #include "platform/linux/StatusNotifierItemAdaptor.h"
 
+#include "platform/linux/ActivationToken.h"
 #include "platform/linux/StatusItemColor.h"
 
 namespace
@@ -28,6 +29,11 @@ StatusNotifierPixmaps StatusNotifierItemAdaptor::iconPixmap() const
             pixmaps.append(StatusNotifierPixmap::of(image));
     }
     return pixmaps;
+}
+
+void StatusNotifierItemAdaptor::ProvideXdgActivationToken(const QString &token)
+{
+    offerActivationToken(token);
 }
 
 void StatusNotifierItemAdaptor::Activate(int, int)

@@ -43,6 +43,8 @@ public Q_SLOTS:
     void SecondaryActivate(int x, int y);
     void ContextMenu(int x, int y);
     void Scroll(int delta, const QString &orientation);
+    /// Comes before Activate where the desktop wants a proof that it was the user's doing.
+    void ProvideXdgActivationToken(const QString &token);
 
 private:
     void act();

@@ -39,6 +39,11 @@ public:
         m_inbox->post([this] { m_follower->takeOverWithOwn(); });
     }
 
+    void ownContentChanged()
+    {
+        m_inbox->post([this] { m_follower->ownContentChanged(); });
+    }
+
     ClipboardQueue queue;
     ClipboardOwnContent own{queue};
 
@@ -115,9 +120,11 @@ void ThreadedPasteboard::clearContents()
 void ThreadedPasteboard::setString(const QByteArray &string)
 {
     m_thread->own.setString(string);
+    m_thread->ownContentChanged();
 }
 
 void ThreadedPasteboard::writeObjects(const std::vector<PasteboardObject> &objects)
 {
     m_thread->own.writeObjects(objects);
+    m_thread->ownContentChanged();
 }

@@ -18,6 +18,8 @@ public:
 
     /// The own content has begun anew: takes the clipboard over with it.
     virtual void takeOverWithOwn() = 0;
+    /// Something has been added to the own content.
+    virtual void ownContentChanged() {}
 };
 
 /// The general pasteboard on top of a desktop's clipboard. All work with the desktop and with other programs

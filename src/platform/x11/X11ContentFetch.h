@@ -38,6 +38,6 @@ private:
     X11Connection &m_connection;
     X11RetiredWindows &m_retired;
     xcb_timestamp_t m_time = XCB_CURRENT_TIME;
-    QByteArray m_target; ///< empty while the list of targets is
+    QByteArray m_target;                                            ///< empty while the list of targets is
     std::vector<std::unique_ptr<X11SelectionReceiver>> m_receivers; // the last one is in use
 };

@@ -1,6 +1,5 @@
 #include "platform/x11/X11EventPoster.h"
 
-#include "base/Console.h"
 #include "platform/linux/KeyCodes.h"
 #include "platform/x11/X11Backends.h"
 
@@ -10,12 +9,6 @@
 
 namespace
 {
-
-constexpr quint16 VirtualV = 9;
-constexpr std::chrono::milliseconds RoundTime{10};
-constexpr int RoundLimit = 200; // 2 s
-constexpr int SettleRounds = 5;
-constexpr std::chrono::seconds ClipboardDeadline{1};
 
 xcb_keycode_t keyAt(int evdevCode)
 {
@@ -48,13 +41,11 @@ std::unique_ptr<X11EventPoster> X11EventPoster::open(MainQueue &queue, const Wor
 
 X11EventPoster::X11EventPoster(std::unique_ptr<X11Connection> connection,
     std::unique_ptr<X11Keyboard> keyboard, MainQueue &queue, const Workspace &workspace)
-    : m_connection(std::move(connection))
+    : ChordPoster(queue, workspace)
+    , m_connection(std::move(connection))
     , m_keyboard(std::move(keyboard))
     , m_clock(*m_connection)
     , m_primary(*m_connection, m_clock)
-    , m_queue(queue)
-    , m_workspace(workspace)
-    , m_activations(dynamic_cast<const X11Workspace *>(&workspace))
 {
     m_connection->onEvent = [this](const xcb_generic_event_t &event) {
         m_clock.note(event);
@@ -67,58 +58,6 @@ X11EventPoster::X11EventPoster(std::unique_ptr<X11Connection> connection,
 bool X11EventPoster::isProcessTrusted() const
 {
     return xcb_connection_has_error(m_connection->get()) == 0;
-}
-
-bool X11EventPoster::isProcessTrustedWithPrompt()
-{
-    return isProcessTrusted();
-}
-
-std::unique_ptr<EventSource> X11EventPoster::createEventSource(int)
-{
-    return std::make_unique<EventSource>();
-}
-
-std::unique_ptr<KeyEvent> X11EventPoster::createKeyboardEvent(
-    const EventSource *, quint16 keyCode, KeyMotion motion)
-{
-    if (!keycodes::evdevCode(keyCode))
-        return nullptr;
-    return std::make_unique<KeyEvent>(KeyEvent{keyCode, motion, 0});
-}
-
-void X11EventPoster::post(EventTapLocation, const KeyEvent &event)
-{
-    if (event.keyCode != VirtualV || event.flags != EventFlagCommand)
-        return;
-    if (event.motion == KeyMotion::Down) {
-        m_isCommandVDown = true;
-        return;
-    }
-    if (!std::exchange(m_isCommandVDown, false))
-        return;
-    m_waiting.push_back(m_activations ? m_activations->takeActivatedApplication() : nullptr);
-    if (m_waiting.size() > 1)
-        return;
-    m_roundsLeft = RoundLimit;
-    awaitTurn();
-}
-
-void X11EventPoster::awaitTurn()
-{
-    const bool isLastRound = m_roundsLeft-- == 0;
-    const bool isHeld = isKeyHeld();
-    const bool isInFront = isTargetInFront();
-    if (!isInFront && (isLastRound || m_waiting.size() > 1)) {
-        // With another one behind it the user has moved on.
-        drop("the program that they are for is not in front");
-    } else if (isInFront && (!isHeld || isLastRound)) {
-        if (isHeld)
-            m_stuckKeys = pressedKeys();
-        postFirst();
-    } else {
-        m_queue.asyncAfter(RoundTime, m_lifetime.guard([this] { awaitTurn(); }));
-    }
 }
 
 std::bitset<256> X11EventPoster::pressedKeys()
@@ -135,84 +74,37 @@ bool X11EventPoster::isKeyHeld()
     return (pressed & ~m_stuckKeys).any();
 }
 
-bool X11EventPoster::isTargetInFront()
+void X11EventPoster::ignoreHeldKeys()
 {
-    const auto &target = m_waiting.front();
-    if (!target)
-        return true;
-    if (!target->isActive()) {
-        m_roundsToSettle = SettleRounds;
-        return false;
-    }
-    // One that comes late gets the time to take the keyboard that the others have had.
-    return m_roundsToSettle-- <= 0;
+    m_stuckKeys = pressedKeys();
 }
 
-void X11EventPoster::postFirst()
+void X11EventPoster::press(PasteChord chord)
 {
-    const PasteChord chord = chordOfFocusedProgram();
     // Where no layout has the letter, GTK finds no Ctrl+V on any key, while Shift+Insert pastes in all
     // toolkits: in terminals PRIMARY, elsewhere CLIPBOARD.
     const bool hasLetter = m_keyboard->keyOf(keysymbol::SmallV).has_value();
     if (chord != PasteChord::ShiftInsert && hasLetter && isFree(chord)) {
-        postKeys(chord);
-        finishFirst();
+        pressKeys(chord);
+        finish();
     } else if (!isFree(PasteChord::ShiftInsert)) {
         drop("a program holds them as a hot key");
     } else if (chord == PasteChord::ControlV) {
-        postKeys(PasteChord::ShiftInsert);
-        finishFirst();
+        pressKeys(PasteChord::ShiftInsert);
+        finish();
     } else {
-        postWithPrimary();
+        pressWithPrimary();
     }
 }
 
-void X11EventPoster::finishFirst()
+void X11EventPoster::takePrimaryText(std::function<void(bool isTaken)> onDone)
 {
-    m_waiting.pop_front();
-    m_roundsLeft = RoundLimit;
-    m_roundsToSettle = 0;
-    // Later: what has called this must not be replaced yet.
-    if (!m_waiting.empty())
-        m_queue.async(m_lifetime.guard([this] { awaitTurn(); }));
+    m_primary.takeClipboard(onDone);
 }
 
-void X11EventPoster::drop(const char *reason)
+void X11EventPoster::cancelPrimaryText()
 {
-    consoleLine(QStringLiteral("[Larkspool] No paste keys: ") + QString::fromLatin1(reason));
-    finishFirst();
-}
-
-void X11EventPoster::postWithPrimary()
-{
-    const int number = ++m_primaryNumber;
-    const auto finish = [this, number](bool isTaken) {
-        if (number == m_primaryNumber)
-            finishWithPrimary(isTaken);
-    };
-    m_primary.takeClipboard(finish);
-    m_queue.asyncAfter(ClipboardDeadline, m_lifetime.guard([this, number, finish] {
-        if (number == m_primaryNumber)
-            m_primary.cancel();
-        finish(false);
-    }));
-}
-
-void X11EventPoster::finishWithPrimary(bool isTaken)
-{
-    ++m_primaryNumber;
-    if (isTaken)
-        postKeys(PasteChord::ShiftInsert);
-    finishFirst();
-}
-
-PasteChord X11EventPoster::chordOfFocusedProgram() const
-{
-    const auto application = m_workspace.frontmostApplication();
-    if (!application)
-        return PasteChord::ControlV;
-    return pasteChord(application->bundleIdentifier().value_or(QString()),
-        executableName(application->processIdentifier()));
+    m_primary.cancel();
 }
 
 std::vector<xcb_keycode_t> X11EventPoster::keysOf(PasteChord chord)
@@ -254,7 +146,7 @@ bool X11EventPoster::isFree(PasteChord chord)
     return !refusal;
 }
 
-void X11EventPoster::postKeys(PasteChord chord)
+void X11EventPoster::pressKeys(PasteChord chord)
 {
     const std::vector<xcb_keycode_t> keys = keysOf(chord);
     const auto fake = [this](uint8_t type, xcb_keycode_t key) {

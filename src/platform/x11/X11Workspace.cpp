@@ -1,32 +1,20 @@
 #include "platform/x11/X11Workspace.h"
 
+#include "platform/linux/WindowApplication.h"
 #include "platform/x11/X11Backends.h"
 
 namespace
 {
 
-class X11Application : public RunningApplication
+class X11Application : public WindowApplication
 {
 public:
-    X11Application(std::shared_ptr<X11Desktop> desktop, X11Window window)
-        : m_desktop(std::move(desktop))
-        , m_window(std::move(window))
+    X11Application(std::shared_ptr<X11Desktop> desktop, const X11Window &window)
+        : WindowApplication(window.identity)
+        , m_desktop(std::move(desktop))
+        , m_window(window)
     {
     }
-
-    std::optional<QString> localizedName() const override
-    {
-        lookUp();
-        return m_entry ? std::optional(m_entry->name) : className();
-    }
-
-    std::optional<QString> bundleIdentifier() const override
-    {
-        lookUp();
-        return m_entry ? std::optional(m_entry->id) : className();
-    }
-
-    qint64 processIdentifier() const override { return m_window.identity.processIdentifier; }
 
     void activate() override
     {
@@ -46,23 +34,10 @@ public:
     }
 
 private:
-    std::optional<QString> className() const
-    {
-        const QString &name = m_window.identity.className;
-        return name.isEmpty() ? std::nullopt : std::optional(name);
-    }
-
-    void lookUp() const
-    {
-        if (!m_isLookedUp)
-            m_entry = m_desktop->entryOf(m_window);
-        m_isLookedUp = true;
-    }
+    std::optional<DesktopEntry> findEntry() const override { return m_desktop->entryOf(m_window); }
 
     std::shared_ptr<X11Desktop> m_desktop;
     X11Window m_window;
-    mutable bool m_isLookedUp = false;
-    mutable std::optional<DesktopEntry> m_entry;
 };
 
 } // namespace
@@ -77,18 +52,18 @@ std::unique_ptr<X11Workspace> X11Workspace::open()
 
 std::shared_ptr<RunningApplication> X11Workspace::frontmostApplication() const
 {
-    auto active = m_desktop->activeWindow();
+    const auto active = m_desktop->activeWindow();
     if (!active)
         return nullptr;
-    return std::make_shared<X11Application>(m_desktop, std::move(*active));
+    return std::make_shared<X11Application>(m_desktop, *active);
 }
 
 std::shared_ptr<RunningApplication> X11Workspace::takeActivatedApplication() const
 {
-    auto activated = m_desktop->takeActivated();
+    const auto activated = m_desktop->takeActivated();
     if (!activated)
         return nullptr;
-    return std::make_shared<X11Application>(m_desktop, std::move(*activated));
+    return std::make_shared<X11Application>(m_desktop, *activated);
 }
 
 std::unique_ptr<Workspace> platform::makeX11Workspace()
