@@ -1,5 +1,5 @@
-#include "platform/linux/DesktopHotKeys.h"
 #include "platform/linux/PortalHotKeyCenter.h"
+#include "platform/linux/DesktopHotKeys.h"
 
 #include "contract/TestShortcutsPortal.h"
 #include "fakes/ManualMainQueue.h"

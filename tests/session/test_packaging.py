@@ -53,10 +53,15 @@ class Packaging(unittest.TestCase):
 
     def test_the_desktop_file_names_what_is_installed(self):
         entry = keys(self.desktop_file, "Desktop Entry")
-        self.assertTrue(os.access(self.prefix / "bin" / entry["Exec"], os.X_OK))
+        self.assertEqual(entry["Exec"], str(self.prefix / "bin" / "larkspool"))
+        self.assertTrue(os.access(entry["Exec"], os.X_OK))
         icon = self.prefix / "share/icons/hicolor/scalable/apps" / f"{entry['Icon']}.svg"
         self.assertTrue(icon.is_file())
         self.assertEqual(entry["DBusActivatable"], "true")
+
+    def test_the_desktop_file_asks_for_what_kwin_restricts(self):
+        wanted = keys(self.desktop_file, "Desktop Entry")["X-KDE-Wayland-Interfaces"].split(",")
+        self.assertEqual(wanted, ["org_kde_plasma_window_management", "org_kde_kwin_fake_input"])
 
     def test_the_icon_is_there_in_every_size_and_nothing_else_beside_it(self):
         theme = self.prefix / "share/icons/hicolor"

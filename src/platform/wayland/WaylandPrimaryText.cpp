@@ -15,7 +15,8 @@ std::unique_ptr<WaylandPrimaryText> WaylandPrimaryText::open(WaylandConnection &
 
 WaylandPrimaryText::WaylandPrimaryText(
     WaylandConnection &connection, const DataControlProtocol &protocol, const WaylandGlobal &manager)
-    : m_protocol(protocol)
+    : m_connection(connection)
+    , m_protocol(protocol)
     , m_manager(connection.bind(manager, protocol.manager(), protocol.version()),
           DataControlProtocol::DestroyManager)
     , m_device(connection, m_manager, protocol, *connection.global("wl_seat"),
@@ -37,6 +38,7 @@ void WaylandPrimaryText::takeClipboard(std::function<void(bool isTaken)> onDone)
         onDone(false);
         return;
     }
+    m_connection.flush();
     m_reader = std::make_unique<PipeReader>(std::move(pipe), ClipboardLimits().target,
         PipeReader::Callbacks{[](qint64) {},
             [this, target = texts.front(), onDone = std::move(onDone)](

@@ -23,6 +23,7 @@ private:
         WaylandConnection &connection, const DataControlProtocol &protocol, const WaylandGlobal &manager);
     void offer(const QByteArray &text);
 
+    WaylandConnection &m_connection;
     const DataControlProtocol &m_protocol;
     WaylandObject m_manager;
     std::shared_ptr<DataControlOffer> m_selection;
