@@ -10,19 +10,20 @@ import subprocess
 import sys
 import threading
 import time
-import uuid
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "session"))
 sys.dont_write_bytecode = True
 
-from harness import Desktop, Larkspool, Store, accessibility, pictures, programs, settings, wait_until  # noqa: E402
+import bench_sway  # noqa: E402
+from bench_common import (  # noqa: E402
+    MB, Row, make_store, memory_after_showing_once, percentile_95, settle, start_time,
+)  # fmt: skip
+from harness import Desktop, Larkspool, Store, accessibility, programs, settings, wait_until  # noqa: E402
 from harness.pixels import Pixels  # noqa: E402
 from harness.owner import Background, Owner, SilentAfterTargets  # noqa: E402
 
 SMALL = ROOT / "build" / "release" / "bench" / "larkspool_bench"
-MB = 1_000_000
-STARTS = 7
 SHOWINGS = 40
 SEARCHES = 6
 MOVES_A_SECOND = 100
@@ -34,22 +35,6 @@ SETTINGS_WAIT = 0.1
 CYCLES_BEFORE, CYCLES = 100, 400
 SAVES = "/iterations:400/repeats:5/real_time"
 REPEATS = "/repeats:5"
-
-
-class Row:
-    """One line of the table. `measured` is nothing when it was not run."""
-
-    def __init__(self, name, measured, budget, unit, note=""):
-        self.name, self.measured, self.budget, self.unit, self.note = name, measured, budget, unit, note
-
-    def verdict(self):
-        if self.measured is None:
-            return "not run"
-        return "held" if self.measured <= self.budget else "NOT HELD"
-
-    def cells(self):
-        measured = "" if self.measured is None else f"{self.measured:.3g} {self.unit}"
-        return [self.name, measured, f"{self.budget:g} {self.unit}", self.verdict(), self.note]
 
 
 # The small benchmarks that have a budget: name in the table, how to get the figure from the results by name (times
@@ -124,71 +109,6 @@ def small_rows():
 
 
 # Whole-program measures
-
-
-def fill(store, texts, characters, images):
-    """Puts entries into a store that the program has made, oldest first."""
-    import sqlite3
-
-    picture = pictures.png(816, 817)  # noise does not compress: about 2 MB
-    assert 1.9 * MB < len(picture) < 2.1 * MB, len(picture)
-    start = time.time() - 1_000_000
-    insert = (
-        "INSERT INTO ClipboardItem (id, content, type, imageData, sourceAppName, sourceAppBundleId, isPinned,"
-        " createdAt, characterCount, categoryId) VALUES (?, ?, ?, ?, 'Editor', 'org.example.editor', 0, ?, ?, NULL)"
-    )
-
-    def rows():
-        every = max(1, texts // images) if images else 0
-        for number in range(texts):
-            text = f"entry {number} of many, ".ljust(characters, "abcdefgh "[number % 9])
-            yield (str(uuid.uuid4()), text, "text", None, start + number, characters)
-            if every and number % every == 0 and number // every < images:
-                name = f"Image {number}"
-                yield (str(uuid.uuid4()), name, "image", picture, start + number + 0.5, len(name))
-
-    connection = sqlite3.connect(store.path)
-    with connection:
-        connection.executemany(insert, rows())
-    connection.close()
-
-
-def make_store(desktop, texts, characters, images):
-    with Larkspool(desktop):
-        pass
-    fill(Store(desktop.store_file), texts, characters, images)
-
-
-def settle(seconds):
-    """Lets the program be, so that what it does by itself is over, or can be counted."""
-    threading.Event().wait(seconds)
-
-
-def percentile_95(values):
-    return sorted(values)[len(values) * 95 // 100]
-
-
-def start_time(desktop):
-    """The median time from start to a live hot key, in seconds; the first start warms the caches."""
-    times = []
-    for number in range(STARTS + 1):
-        program = Larkspool(desktop)
-        program.start()
-        seconds = program.wait_for_hot_key(every=0.002)
-        if number:
-            times.append(seconds)
-        program.stop()
-    return statistics.median(times)
-
-
-def memory_after_showing_once(desktop):
-    with Larkspool(desktop) as program:
-        program.open_panel()
-        wait_until(program.rows, "the list has rows")
-        desktop.keyboard.press("Escape")
-        program.wait_until_hidden()
-        settle(2)
-        return program.memory("Pss")
 
 
 def start_and_memory():
@@ -530,6 +450,7 @@ WHOLE = [
     hanging_owner,
     large_text,
     idle,
+    *bench_sway.MEASURES,
 ]
 
 

@@ -1,7 +1,7 @@
 """The program as a screen reader hears it.
 
 Run as a program, in the environment of a desktop, it prints what it hears as JSON: of "rows" the names of the rows of
-the list "History", of "nodes" everything that is visible.
+the list "History", of "nodes" everything that is visible; of "windows" the windows of all programs.
 """
 
 import json
@@ -42,8 +42,13 @@ def nodes(desktop, role=None, name=None):
     return [node for node in heard if role in (None, node.role) and name in (None, node.name)]
 
 
+def windows(desktop):
+    """The visible windows of all programs that a screen reader hears of: program, pid, number in it, title, active."""
+    return _heard(desktop, "windows") or []
+
+
 def _heard(desktop, what):
-    return json.loads(desktop.run("/usr/bin/python3", pathlib.Path(__file__).resolve(), what))
+    return json.loads(desktop.run("/usr/bin/python3", desktop.readable(pathlib.Path(__file__).resolve()), what))
 
 
 def _tree(node, depth=0):
@@ -105,18 +110,35 @@ def _nodes_of(program, found):
     return (found or []) + [_facts(node) for node in visible]
 
 
+def _windows_of(program, found):
+    from gi.repository import Atspi
+
+    for i in range(program.get_child_count()):
+        window = program.get_child_at_index(i)
+        if window is None:
+            continue
+        states = window.get_state_set()
+        if states.contains(Atspi.StateType.SHOWING):
+            facts = {
+                "program": program.get_name(), "pid": program.get_process_id(), "number": i,
+                "title": window.get_name(), "active": states.contains(Atspi.StateType.ACTIVE),
+            }  # fmt: skip
+            found = (found or []) + [facts]
+    return found
+
+
 def _main():
     import gi
 
     gi.require_version("Atspi", "2.0")
     from gi.repository import Atspi, GLib
 
-    look = {"rows": _rows_of, "nodes": _nodes_of}[sys.argv[1]]
+    look = {"rows": _rows_of, "nodes": _nodes_of, "windows": _windows_of}[sys.argv[1]]
     desktop = Atspi.get_desktop(0)
     found = None
     for i in range(desktop.get_child_count()):
         program = desktop.get_child_at_index(i)
-        if program is None or PROGRAM not in program.get_name().lower():
+        if program is None or (look is not _windows_of and PROGRAM not in program.get_name().lower()):
             continue
         try:
             found = look(program, found)

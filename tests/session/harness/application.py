@@ -53,6 +53,15 @@ class Application:
                 return None
             raise
 
+    def answers(self, deadline=10.0):
+        """Whether the main thread of the program answers: the bus's own thread leaves objects to the thread they
+        belong to."""
+        try:
+            self._call((NAME, PATH, "org.freedesktop.DBus.Introspectable"), "Introspect", None, deadline)
+        except GLib.Error:
+            return False
+        return True
+
     def wait_until_gone(self, deadline=10.0):
         wait_until(lambda: self.process() is None, "the name is free", deadline)
 

@@ -55,7 +55,7 @@ class Larkspool:
         """Starts the program, without waiting for anything."""
         self.started_at = time.monotonic()
         self.process = self._desktop.spawn(
-            *self._wrapper, binary(), stdout=subprocess.PIPE, stderr=subprocess.PIPE
+            *self._wrapper, self._desktop.readable(binary()), stdout=subprocess.PIPE, stderr=subprocess.PIPE
         )
         self.stdout = children.Lines(self.process.stdout)
         self.stderr = children.Lines(self.process.stderr)
@@ -69,7 +69,7 @@ class Larkspool:
         def is_live():
             if self.process.poll() is not None:
                 raise AssertionError(f"ended with {self.process.returncode}: {self.stdout.all()} {self.stderr.all()}")
-            return self._desktop.probe.is_grabbed("v", ["Super", "Shift"])
+            return self._desktop.takes_hot_key(self)
 
         wait_until(is_live, "the hot key is live", deadline, every)
         return time.monotonic() - self.started_at

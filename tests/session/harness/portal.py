@@ -34,9 +34,13 @@ _DESCRIPTION = f"""
 
 
 class HandWrittenPortal:
-    """On the desktop's bus for as long as the block lasts. `decision` may be changed at any time."""
+    """On the desktop's bus for as long as the block lasts. `decision` may be changed at any time.
 
-    def __init__(self, desktop, decision=GRANTED):
+    `press` is called with every key symbol and whether it goes down, on a thread of the portal's own.
+    """
+
+    def __init__(self, desktop, decision=GRANTED, press=None):
+        self._press = press
         self._address = desktop.env["DBUS_SESSION_BUS_ADDRESS"]
         self.decision = decision
         self.keys = []  # key symbol and whether it goes down
@@ -77,6 +81,8 @@ class HandWrittenPortal:
         values = arguments.unpack()
         if method == "NotifyKeyboardKeysym":
             self.keys.append((values[2], values[3] == 1))
+            if self._press is not None:
+                self._press(*self.keys[-1])
             invocation.return_value(None)
             return
         options = values[-1]

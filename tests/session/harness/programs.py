@@ -63,9 +63,9 @@ class Window:
     def __init__(self, desktop, command, title, **options):
         need(command[0])
         self.desktop = desktop
-        self.process = desktop.spawn(*command, **options)
+        self.process = desktop.spawn(*desktop.on_screen(command), **options)
         self.window = desktop.keyboard.wait_for_window(title)
-        if not desktop.probe.has_window_manager():
+        if not desktop.focuses_new_windows:
             self.focus()
         desktop.keyboard.wait_for_focus(self.window)
 
@@ -87,6 +87,7 @@ class Editor(Window):
     def __init__(self, desktop, program, text="", name="notes.txt"):
         self.file = desktop.home / name
         self.file.write_text(text, encoding="utf-8")
+        desktop.give(self.file)
         super().__init__(desktop, [program, self.file], name)
 
     def type(self, text):
@@ -127,6 +128,8 @@ class VteTerminal(Window):
         self.file = desktop.home / name
         folder = pathlib.Path(desktop.env["XDG_CONFIG_HOME"]) / "xfce4" / "terminal"
         folder.mkdir(parents=True, exist_ok=True)
+        desktop.give(folder)
+        desktop.give(folder.parent)
         # By default it asks before it takes several lines, since a shell would run them.
         (folder / "terminalrc").write_text("[Configuration]\nMiscShowUnsafePasteDialog=FALSE\n")
         script = f"stty -icanon -echo && exec cat > '{self.file}'"

@@ -11,7 +11,7 @@ import sys
 
 def text(desktop, program, field=""):
     """What the field of the program holds; nothing when there is no such field."""
-    return json.loads(desktop.run("/usr/bin/python3", pathlib.Path(__file__).resolve(), program, field))
+    return json.loads(desktop.run("/usr/bin/python3", desktop.readable(pathlib.Path(__file__).resolve()), program, field))
 
 
 def _tree(node):
