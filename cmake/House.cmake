@@ -7,7 +7,8 @@ function(larkspool_library name)
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
 endfunction()
 
-# Warnings are errors, Qt is strict, sanitizers as chosen by the preset.
+# Warnings are errors, Qt is strict, sanitizers as chosen by the preset; none with UNSANITIZED, for programs that only
+# stand beside what is tested.
 function(larkspool_target name)
     target_compile_options(${name} PRIVATE
         -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
@@ -16,7 +17,7 @@ function(larkspool_target name)
         QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
         QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_FOREACH QT_STRICT_ITERATORS
         QT_DISABLE_DEPRECATED_BEFORE=0x060400)
-    if(LARKSPOOL_SANITIZER)
+    if(LARKSPOOL_SANITIZER AND NOT "UNSANITIZED" IN_LIST ARGN)
         target_compile_options(${name} PUBLIC -fsanitize=${LARKSPOOL_SANITIZER} -fno-omit-frame-pointer)
         target_link_options(${name} PUBLIC -fsanitize=${LARKSPOOL_SANITIZER})
         if(LARKSPOOL_SANITIZER STREQUAL "thread")

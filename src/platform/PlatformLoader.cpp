@@ -83,9 +83,9 @@ std::unique_ptr<EventPoster> loadEventPoster(MainQueue &queue, const Workspace &
 
 std::unique_ptr<ScriptingService> loadScriptingService(const Workspace &workspace)
 {
-    const auto canPressKeys = [&workspace] {
+    const auto canPressKeys = [&workspace, isX11Session = !hasWaylandCompositor()] {
         EventLoopQueue queue;
-        return !hasWaylandCompositor() && makeX11EventPoster(queue, workspace);
+        return isX11Session && makeX11EventPoster(queue, workspace);
     };
     return makeDesktopScripting(workspace, canPressKeys);
 }

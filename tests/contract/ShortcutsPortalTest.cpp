@@ -25,7 +25,7 @@ const QString PortalName = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString SessionToken = QStringLiteral("larkspool");
 const QString Id = QStringLiteral("show");
 const QString Trigger = QStringLiteral("LOGO+SHIFT+v");
-constexpr seconds ReplyPatience{10};
+constexpr seconds ReplyPatience{60};
 
 QVariantMap token(const char *text)
 {

@@ -10,14 +10,26 @@
 
 #include <algorithm>
 
+namespace
+{
+
+/// A reader is told of the other end's closing by POLLHUP, a writer by POLLERR.
+bool hasEvent(const FileDescriptor &pipe, short event)
+{
+    pollfd polled{pipe.number(), event, 0};
+    return ::poll(&polled, 1, 0) > 0 && (polled.revents & event) != 0;
+}
+
+} // namespace
+
 /// The primary selection of a seat, through a device of its own.
 class ClipboardOwner::PrimarySelection
 {
 public:
     PrimarySelection(WaylandObject &manager, const DataControlProtocol &protocol, wl_proxy *seat)
         : m_seat(seat, WaylandObject::NoDestructor)
-        , m_device(manager.create(
-                       DataControlProtocol::GetDevice, protocol.device(), WaylandNewObject(), &m_seat),
+        , m_device(
+              manager.create(DataControlProtocol::GetDevice, protocol.device(), WaylandNewObject(), &m_seat),
               DataControlProtocol::DestroyDevice,
               [this](uint32_t event, const wl_argument *arguments) { handle(event, arguments); })
     {
@@ -78,7 +90,12 @@ ClipboardOwner::ClipboardOwner(std::unique_ptr<WaylandConnection> connection, co
     m_connection->roundTrip();
 }
 
-ClipboardOwner::~ClipboardOwner() = default;
+/// Others hear that its content is gone before the pipes that it keeps open are closed.
+ClipboardOwner::~ClipboardOwner()
+{
+    m_source.reset();
+    m_connection->roundTrip();
+}
 
 void ClipboardOwner::onSelection(std::shared_ptr<DataControlOffer> offer)
 {
@@ -143,6 +160,12 @@ void ClipboardOwner::send(const PipedValue &value, FileDescriptor pipe)
     }
 }
 
+bool ClipboardOwner::isGivenUp() const
+{
+    return !m_openPipes.empty() &&
+        std::ranges::all_of(m_openPipes, [](const FileDescriptor &pipe) { return hasEvent(pipe, POLLERR); });
+}
+
 std::optional<QByteArrayList> ClipboardOwner::types() const
 {
     return m_selection ? std::optional(m_selection->types()) : std::nullopt;
@@ -150,29 +173,29 @@ std::optional<QByteArrayList> ClipboardOwner::types() const
 
 std::optional<QByteArray> ClipboardOwner::paste(const QByteArray &type)
 {
-    return paste(m_selection.get(), type);
+    return m_selection ? readAll(m_selection->receive(type)) : std::nullopt;
 }
 
 std::optional<QByteArray> ClipboardOwner::pastePrimary(const QByteArray &type)
 {
     m_connection->roundTrip();
-    return paste(m_primary->offer(), type);
+    DataControlOffer *const offer = m_primary->offer();
+    return offer != nullptr ? readAll(offer->receive(type)) : std::nullopt;
 }
 
-std::optional<QByteArray> ClipboardOwner::paste(DataControlOffer *offer, const QByteArray &type)
+std::optional<QByteArray> ClipboardOwner::readAll(FileDescriptor pipe)
 {
-    if (offer == nullptr)
-        return std::nullopt;
-    std::optional<QByteArray> pasted;
+    m_connection->flush();
+    std::optional<QByteArray> read;
     bool isDone = false;
-    PipeReader reader(offer->receive(type), std::numeric_limits<qint64>::max() - 1,
+    PipeReader reader(std::move(pipe), std::numeric_limits<qint64>::max() - 1,
         {[](qint64) {},
             [&](PipeReader::Outcome outcome, const QByteArray &bytes) {
                 isDone = true;
                 if (outcome == PipeReader::Outcome::Delivered)
-                    pasted = bytes;
+                    read = bytes;
             }});
-    return waitUntil([&] { return isDone; }) ? pasted : std::nullopt;
+    return waitUntil([&] { return isDone; }) ? read : std::nullopt;
 }
 
 void ClipboardOwner::stall(const QByteArray &type)
@@ -181,8 +204,17 @@ void ClipboardOwner::stall(const QByteArray &type)
     m_connection->flush();
 }
 
+bool ClipboardOwner::hasStalledBytes() const
+{
+    return hasEvent(m_stalledPipe, POLLIN);
+}
+
+QByteArray ClipboardOwner::takeStalled()
+{
+    return readAll(std::move(m_stalledPipe)).value_or(QByteArray());
+}
+
 bool ClipboardOwner::isStalledPipeClosed() const
 {
-    pollfd polled{m_stalledPipe.number(), POLLIN, 0};
-    return ::poll(&polled, 1, 0) > 0 && (polled.revents & POLLHUP) != 0;
+    return hasEvent(m_stalledPipe, POLLHUP);
 }

@@ -54,6 +54,10 @@ public:
     const QByteArrayList &requests() const { return m_requests; }
     /// Something else is on the clipboard.
     bool hasLost() const { return m_hasLost; }
+    /// Whether it has written all that it is to write.
+    bool hasWritten() const { return m_writers.isEmpty(); }
+    /// Whether nobody reads any more from the pipes that this program keeps open.
+    bool isGivenUp() const;
 
     /// The types that are on the clipboard, whoever put them there; nothing when it is empty.
     std::optional<QByteArrayList> types() const;
@@ -67,6 +71,10 @@ public:
 
     /// Asks for a type, and takes nothing of what comes.
     void stall(const QByteArray &type);
+    /// Whether something has come.
+    bool hasStalledBytes() const;
+    /// Takes what comes after all, until the other side is done.
+    QByteArray takeStalled();
     /// Whether the other side has given up on that, or is done.
     bool isStalledPipeClosed() const;
 
@@ -77,7 +85,7 @@ private:
     void onSelection(std::shared_ptr<DataControlOffer> offer);
     std::unique_ptr<DataControlSource> makeSource(const Offer &offer);
     void send(const PipedValue &value, FileDescriptor pipe);
-    static std::optional<QByteArray> paste(DataControlOffer *offer, const QByteArray &type);
+    std::optional<QByteArray> readAll(FileDescriptor pipe);
 
     const std::unique_ptr<WaylandConnection> m_connection;
     const DataControlProtocol &m_protocol;

@@ -8,7 +8,8 @@
 #include <memory>
 
 /// A Wayland compositor of a test's own, without a screen or input devices. While it lives, $WAYLAND_DISPLAY
-/// names it; with it goes every client. It runs as an unprivileged user, since some refuse root.
+/// names it; with it goes every client. It runs as an unprivileged user, since some refuse root, and without
+/// a message bus but for Mutter, which has one of its own, since it does not start otherwise.
 class Compositor
 {
 public:
@@ -30,15 +31,19 @@ public:
     void end() { m_program.reset(); }
     /// Has sway do something (sway(5)); true when it has.
     bool command(const QByteArray &words);
+    /// The windows that it tells a new client of; its older clients have been told before.
+    size_t windowCount() const;
 
 private:
     QByteArray path(const char *name) const;
     QByteArrayList environment(Access access) const;
     QByteArrayList commandLine(Kind kind);
+    void startBus();
     void write(const QByteArray &name, const QByteArray &text) const;
     void handOver(const QByteArray &name) const;
 
     QTemporaryDir m_folder;
+    std::unique_ptr<ChildProgram> m_bus;
     std::unique_ptr<ChildProgram> m_program;
     QByteArray m_previousDisplay;
     bool m_isRunning = false;

@@ -9,8 +9,9 @@
 
 #include <list>
 
-// A program with windows, for tests of compositors: test_window <application id> <descriptor>. The descriptor is a
-// socket, over which it takes commands and tells what happens to its windows, line by line. It ends with the socket.
+// A program with windows, for tests of compositors: test_window <application id> <descriptor>. The descriptor
+// is a socket, over which it takes commands and tells what happens to its windows, line by line. It ends with
+// the socket.
 
 namespace
 {
@@ -57,8 +58,8 @@ private:
     void tellKey(const char *motion, const QKeyEvent &event) const
     {
         const int modifiers = event.modifiers().toInt();
-        m_teller.tell(QByteArray(motion) + ' ' + QByteArray::number(event.nativeScanCode() - XkbOffset) + ' ' +
-            QByteArray::number(modifiers));
+        m_teller.tell(QByteArray(motion) + ' ' + QByteArray::number(event.nativeScanCode() - XkbOffset) +
+            ' ' + QByteArray::number(modifiers));
     }
 
     const Teller &m_teller;

@@ -15,13 +15,12 @@ WaylandProgram::WaylandProgram(const QByteArray &applicationId)
         return;
     m_socket = ends[0];
     ::fcntl(ends[1], F_SETFD, 0);
-    m_program =
-        std::make_unique<ChildProgram>(QByteArrayList{TEST_WINDOW_PROGRAM, applicationId, QByteArray::number(ends[1])},
-            ChildProgram::Output::Discarded);
+    m_program = std::make_unique<ChildProgram>(
+        QByteArrayList{TEST_WINDOW_PROGRAM, applicationId, QByteArray::number(ends[1])},
+        ChildProgram::Output::Discarded);
     ::close(ends[1]);
     m_readable = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);
-    QObject::connect(
-        m_readable.get(), &QSocketNotifier::activated, m_readable.get(), [this] { read(); });
+    QObject::connect(m_readable.get(), &QSocketNotifier::activated, m_readable.get(), [this] { read(); });
     waitUntil([this] { return m_processIdentifier > 0; });
 }
 

@@ -65,7 +65,7 @@ void ChordPoster::awaitTurn()
     const bool isInFront = isTargetInFront();
     if (!isInFront && (isLastRound || m_waiting.size() > 1)) {
         // With another one behind it the user has moved on.
-        drop("the program that they are for is not in front");
+        dropForLostTarget();
     } else if (isInFront && (!isHeld || isLastRound)) {
         if (isHeld)
             ignoreHeldKeys();
@@ -116,9 +116,24 @@ void ChordPoster::pressWithPrimary()
 void ChordPoster::finishWithPrimary(bool isTaken)
 {
     ++m_primaryNumber;
+    if (isTargetLost()) {
+        dropForLostTarget();
+        return;
+    }
     if (isTaken)
         pressKeys(PasteChord::ShiftInsert);
     finish();
+}
+
+bool ChordPoster::isTargetLost() const
+{
+    const auto &target = m_waiting.front();
+    return target && !target->isActive();
+}
+
+void ChordPoster::dropForLostTarget()
+{
+    drop("the program that they are for is not in front");
 }
 
 void ChordPoster::finish()

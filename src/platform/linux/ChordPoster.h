@@ -50,7 +50,12 @@ protected:
     /// a second, since something else would be pasted.
     void pressWithPrimary();
 
+    /// Whether the program that the chord is for has left the front meanwhile.
+    bool isTargetLost() const;
+
     void finish();
+    /// Drops the chord, whose target is not in front.
+    void dropForLostTarget();
     /// The reason in plain words, for the console.
     void drop(const char *reason);
 

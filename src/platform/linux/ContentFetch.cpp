@@ -109,6 +109,11 @@ void ContentFetch::skipTooLarge(qint64 size)
     m_hasSkipped = true;
 }
 
+bool ContentFetch::hasOtherTexts() const
+{
+    return m_step == Step::Text && !m_wanted.empty() && m_wanted.front().step == Step::Text;
+}
+
 void ContentFetch::skipOtherTexts()
 {
     std::erase_if(m_wanted, [](const Wanted &wanted) { return wanted.step == Step::Text; });

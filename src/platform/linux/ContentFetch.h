@@ -66,6 +66,8 @@ protected:
     bool isSuperseded() const { return m_isSuperseded; }
     /// Whether nothing of the content itself has been asked for yet.
     bool isBeginning() const { return m_step == Step::Start || m_step == Step::Hint; }
+    /// Whether the transfer at hand is of a text that can be had in other encodings, too.
+    bool hasOtherTexts() const;
     void end(bool isComplete);
 
 private:

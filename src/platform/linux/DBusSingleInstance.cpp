@@ -156,6 +156,7 @@ void DBusSingleInstance::deliver()
     }
     offerActivationToken(m_waitingToken);
     onActivate(m_waitingToken);
+    offerActivationToken({});
 }
 
 std::unique_ptr<SingleInstance> platform::makeDBusSingleInstance()

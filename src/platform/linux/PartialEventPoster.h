@@ -11,7 +11,8 @@ public:
     PartialEventPoster(std::unique_ptr<EventPoster> poster, std::unique_ptr<Workspace> reachable);
 
     bool isProcessTrusted() const override;
-    bool isProcessTrustedWithPrompt() override { return isProcessTrusted(); }
+    /// Whether there are programs with which they arrive: nobody need be asked for those.
+    bool isProcessTrustedWithPrompt() override { return m_poster->isProcessTrustedWithPrompt(); }
     std::unique_ptr<EventSource> createEventSource(int state) override;
     std::unique_ptr<KeyEvent> createKeyboardEvent(
         const EventSource *source, quint16 keyCode, KeyMotion motion) override;

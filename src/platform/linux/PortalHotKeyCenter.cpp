@@ -127,6 +127,7 @@ void PortalHotKeyCenter::Shortcuts::pressed(const QString &activationToken)
     // A copy: the handler may register, release, install another handler, or end the centre.
     if (const auto call = handler)
         call();
+    offerActivationToken({});
 }
 
 void PortalHotKeyCenter::Shortcuts::refused(quint64 id, ShortcutsPortal::Refusal refusal)

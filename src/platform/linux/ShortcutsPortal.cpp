@@ -14,8 +14,8 @@ namespace
 
 using std::chrono::seconds;
 
-/// For the answer to a call; a portal that has to start first, at login, takes its time.
-constexpr seconds ReplyPatience{10};
+/// For the answer to a call; a portal that has to start first, at login, takes its time, and nobody waits.
+constexpr seconds ReplyPatience{60};
 /// For the outcome of a request that asks the user nothing.
 constexpr seconds ResponsePatience{10};
 /// For the user's answer.
@@ -237,7 +237,9 @@ void ShortcutsPortal::sessionClosed()
 
 void ShortcutsPortal::portalVanished(const QString &owner)
 {
-    if (owner != m_portal || m_stage == Stage::Refused)
+    // One that goes before it has answered may be the one that was asked.
+    const bool isOurs = owner == m_portal || (m_stage == Stage::Opening && m_portal.isEmpty());
+    if (!isOurs || m_stage == Stage::Refused)
         return;
     leaveSession(Parting::Forget);
     m_stage = Stage::Away;

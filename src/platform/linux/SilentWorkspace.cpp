@@ -14,7 +14,12 @@ public:
     std::optional<QString> localizedName() const override { return std::nullopt; }
     std::optional<QString> bundleIdentifier() const override { return std::nullopt; }
     qint64 processIdentifier() const override { return -1; }
-    void activate() override {}
+    void activate() override
+    {
+        // Keys that are pressed after this are not for whom was activated before.
+        if (m_known)
+            m_known->takeActivatedApplication();
+    }
     bool isActive() const override { return !m_known || !m_known->frontmostApplication(); }
 
 private:

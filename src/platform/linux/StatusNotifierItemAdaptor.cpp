@@ -57,5 +57,10 @@ void StatusNotifierItemAdaptor::Scroll(int, const QString &) {}
 void StatusNotifierItemAdaptor::act()
 {
     QMetaObject::invokeMethod(
-        this, [action = m_action] { action(); }, Qt::QueuedConnection);
+        this,
+        [action = m_action] {
+            action();
+            offerActivationToken({});
+        },
+        Qt::QueuedConnection);
 }

@@ -23,9 +23,14 @@ void DataControlDevice::handle(uint32_t event, const wl_argument *arguments)
     case DataControlProtocol::DataOffer:
         m_offers.push_back(std::make_shared<DataControlOffer>(WaylandObject::proxyIn(arguments[0])));
         break;
-    case DataControlProtocol::Selection:
-        m_callbacks.onSelection(takeOffer(WaylandObject::proxyIn(arguments[0])));
+    case DataControlProtocol::Selection: {
+        wl_proxy *const proxy = WaylandObject::proxyIn(arguments[0]);
+        const auto offer = takeOffer(proxy);
+        // One that has not been announced is no sign of an empty clipboard.
+        if (offer || proxy == nullptr)
+            m_callbacks.onSelection(offer);
         break;
+    }
     case DataControlProtocol::PrimarySelection:
         // Nobody here reads it.
         takeOffer(WaylandObject::proxyIn(arguments[0]));

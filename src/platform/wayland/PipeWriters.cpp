@@ -32,6 +32,9 @@ namespace
 /// In one turn of the event loop.
 constexpr qsizetype LargestSlice = 1024 * 1024;
 
+/// Anybody may ask, and descriptors are few.
+constexpr size_t MaximumWriters = 64;
+
 } // namespace
 
 PipeWriters::PipeWriters(std::chrono::milliseconds stalledReceiver)
@@ -45,6 +48,9 @@ void PipeWriters::start(FileDescriptor descriptor, const QByteArray &bytes)
 {
     const int number = descriptor.number();
     ::fcntl(number, F_SETFL, ::fcntl(number, F_GETFL) | O_NONBLOCK);
+    if (m_writers.size() >= MaximumWriters)
+        m_writers.erase(
+            std::ranges::min_element(m_writers, {}, [](const auto &writer) { return writer->progress; }));
     m_writers.push_back(std::make_unique<Writer>(std::move(descriptor), bytes));
     Writer &writer = *m_writers.back();
     QObject::connect(

@@ -1,8 +1,5 @@
 #include "platform/wayland/VirtualKeyboardPoster.h"
 
-#include "platform/linux/ChordKeys.h"
-#include "platform/wayland/KeyProtocols.h"
-
 #include <wayland-client-protocol.h>
 
 #include <sys/mman.h>
@@ -74,24 +71,22 @@ std::unique_ptr<VirtualKeyboardPoster> VirtualKeyboardPoster::open(
     if (!poster->sendKeymap())
         return nullptr;
     // A compositor may refuse the keyboard, which ends the connection.
-    poster->m_connection->roundTrip();
+    poster->connection().roundTrip();
     return poster->isProcessTrusted() ? std::move(poster) : nullptr;
 }
 
 /// The keyboard is made now and kept: programs miss the first key of one that has just come.
 VirtualKeyboardPoster::VirtualKeyboardPoster(
-    std::unique_ptr<WaylandConnection> connection, MainQueue &queue, const Workspace &workspace)
-    : ChordPoster(queue, workspace)
-    , m_connection(std::move(connection))
-    , m_seat(m_connection->bind(*m_connection->global("wl_seat"), wl_seat_interface, 1),
+    std::unique_ptr<WaylandConnection> opened, MainQueue &queue, const Workspace &workspace)
+    : WaylandChordPoster(std::move(opened), queue, workspace)
+    , m_seat(connection().bind(*connection().global("wl_seat"), wl_seat_interface, 1),
           WaylandObject::NoDestructor)
-    , m_manager(m_connection->bind(
-                    *m_connection->global(virtualkeyboard::Manager.name), virtualkeyboard::Manager, 1),
+    , m_manager(
+          connection().bind(*connection().global(virtualkeyboard::Manager.name), virtualkeyboard::Manager, 1),
           WaylandObject::NoDestructor)
     , m_keyboard(m_manager.create(
                      virtualkeyboard::CreateKeyboard, virtualkeyboard::Keyboard, &m_seat, WaylandNewObject()),
           virtualkeyboard::DestroyKeyboard)
-    , m_primary(WaylandPrimaryText::open(*m_connection))
 {
 }
 
@@ -103,42 +98,19 @@ bool VirtualKeyboardPoster::sendKeymap()
     constexpr uint32_t TextFormat = WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1;
     m_keyboard.request(virtualkeyboard::Keymap, TextFormat, WaylandDescriptor{file.number()},
         static_cast<uint32_t>(ChordKeymap.size() + 1));
-    m_connection->flush();
+    connection().flush();
     return true;
 }
 
-void VirtualKeyboardPoster::pressKeys(PasteChord chord)
+void VirtualKeyboardPoster::sendKey(quint16 evdevCode, WaylandKeyState state)
 {
-    const auto key = [this](quint16 evdevCode, WaylandKeyState state) {
-        constexpr uint32_t Time = 0;
-        m_keyboard.request(virtualkeyboard::Key, Time, uint32_t{evdevCode}, static_cast<uint32_t>(state));
-    };
-    // The compositor leaves it to the keyboard to say what its modifiers do.
-    const auto modifiers = [this](uint32_t held) {
-        m_keyboard.request(virtualkeyboard::Modifiers, held, 0U, 0U, 0U);
-    };
-    const ChordKeys keys = chordKeys(chord);
-    for (const quint16 modifier : keys.modifiers)
-        key(modifier, WaylandKeyState::Pressed);
-    modifiers(modifierBits(chord));
-    key(keys.key, WaylandKeyState::Pressed);
-    key(keys.key, WaylandKeyState::Released);
-    for (auto modifier = keys.modifiers.rbegin(); modifier != keys.modifiers.rend(); ++modifier)
-        key(*modifier, WaylandKeyState::Released);
-    modifiers(0);
-    m_connection->flush();
+    constexpr uint32_t Time = 0;
+    m_keyboard.request(virtualkeyboard::Key, Time, uint32_t{evdevCode}, static_cast<uint32_t>(state));
 }
 
-void VirtualKeyboardPoster::takePrimaryText(std::function<void(bool isTaken)> onDone)
+/// The compositor leaves it to the keyboard to say what its modifiers do.
+void VirtualKeyboardPoster::sendModifiers(std::optional<PasteChord> chord)
 {
-    if (m_primary)
-        m_primary->takeClipboard(std::move(onDone));
-    else
-        onDone(false);
-}
-
-void VirtualKeyboardPoster::cancelPrimaryText()
-{
-    if (m_primary)
-        m_primary->cancel();
+    const uint32_t held = chord ? modifierBits(*chord) : 0;
+    m_keyboard.request(virtualkeyboard::Modifiers, held, 0U, 0U, 0U);
 }

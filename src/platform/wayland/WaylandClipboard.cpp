@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <utility>
 
 namespace
 {
@@ -27,8 +28,9 @@ constexpr auto LongestTick = 50ms;
 /// objects are written right after the start.
 constexpr auto TimeToWrite = 5ms;
 
-/// Between the end of an owner's window and that of what it has put on the clipboard.
-constexpr auto SameTime = 500ms;
+/// How long a program may still run after its window has gone, and the news of the window may be late.
+constexpr auto LongestEnd = 3s;
+constexpr auto LatestNews = 500ms;
 
 /// A reader that goes away in the middle shows as an error of writing.
 void ignoreBrokenPipes()
@@ -46,6 +48,8 @@ struct WaylandClipboard::Seat {
     std::unique_ptr<DataControlDevice> device;
     /// While it is what is on the clipboard.
     std::unique_ptr<DataControlSource> source;
+    /// Whether that is this program's own content.
+    bool servesOwn = false;
     std::list<std::unique_ptr<WaylandContentFetch>> fetches;
     /// The number of what others have put there last.
     qint64 latest = -1;
@@ -103,6 +107,9 @@ WaylandClipboard::WaylandClipboard(std::unique_ptr<WaylandConnection> connection
     m_ownIsWritten.setInterval(TimeToWrite);
     m_ownIsWritten.setSingleShot(true);
     QObject::connect(&m_ownIsWritten, &QTimer::timeout, &m_turns, [this] { offerOwn(); });
+    m_newsIsOver.setInterval(LatestNews);
+    m_newsIsOver.setSingleShot(true);
+    QObject::connect(&m_newsIsOver, &QTimer::timeout, &m_turns, [this] { forgetCleared(); });
     m_connection->onGlobal = [this](const WaylandGlobal &global) { addSeat(global); };
     m_connection->onGlobalRemoved = [this](uint32_t name) { removeSeat(name); };
     m_connection->onClosed = [this] { onClosed(); };
@@ -146,13 +153,16 @@ void WaylandClipboard::onSelection(Seat &seat, const Offer &offer)
     seat.leftAt.reset();
     if (offer == nullptr) {
         seat.leftAt = std::chrono::steady_clock::now();
-        takeOverIfLeft(seat);
+        m_newsIsOver.start();
+        takeOverLater();
         return;
     }
     if (offer->types().contains(m_mark))
         return;
-    const bool isInitial = m_isStarting && m_seats.size() == 1;
-    seat.latest = isInitial ? 0 : m_queue.reserve();
+    // What the first seat holds already is content 0; what the others hold is nobody's copy of now.
+    if (m_isStarting && std::exchange(m_hasInitial, true))
+        return;
+    seat.latest = m_isStarting ? 0 : m_queue.reserve();
     fetch(seat, seat.latest, offer);
 }
 
@@ -198,16 +208,35 @@ void WaylandClipboard::keep(qint64 number, const ClipboardContent &content)
 void WaylandClipboard::onWindowClosed()
 {
     m_windowClosedAt = std::chrono::steady_clock::now();
-    for (const auto &seat : m_seats)
-        takeOverIfLeft(*seat);
+    takeOverLater();
 }
 
 bool WaylandClipboard::isOwnerGone(const Seat &seat) const
 {
     if (!m_windows)
         return true;
-    const auto distance = std::chrono::abs(m_windowClosedAt - *seat.leftAt);
-    return distance <= SameTime;
+    const auto since = *seat.leftAt - m_windowClosedAt;
+    return since <= LongestEnd && since >= -LatestNews;
+}
+
+/// Somebody has emptied the clipboard on purpose: what it held is not to come back.
+void WaylandClipboard::forgetCleared()
+{
+    for (const auto &seat : m_seats) {
+        if (!seat->leftAt || isOwnerGone(*seat))
+            continue;
+        seat->leftAt.reset();
+        m_kept = {};
+    }
+}
+
+/// When the news that is on its way has come: somebody else may have copied.
+void WaylandClipboard::takeOverLater()
+{
+    m_connection->sync([this] {
+        for (const auto &seat : m_seats)
+            takeOverIfLeft(*seat);
+    });
 }
 
 /// Takes the clipboard over from an owner that is no more, once all that will ever come from it is there.
@@ -223,6 +252,7 @@ void WaylandClipboard::takeOverIfLeft(Seat &seat)
 
 void WaylandClipboard::takeOverWithOwn()
 {
+    m_isTakingOver = true;
     m_ownIsWritten.start();
 }
 
@@ -236,9 +266,26 @@ void WaylandClipboard::offerOwn()
 {
     const auto own = m_own.snapshot();
     keep(own.number, own.content);
+    if (!std::exchange(m_isTakingOver, false)) {
+        m_connection->sync([this] { offerAdditions(); });
+        return;
+    }
     for (const auto &seat : m_seats) {
         seat->leftAt.reset();
         offerTo(*seat, own.content);
+        seat->servesOwn = true;
+    }
+}
+
+/// What is only added to the content takes nothing back from whoever has copied since.
+void WaylandClipboard::offerAdditions()
+{
+    const auto own = m_own.snapshot();
+    for (const auto &seat : m_seats) {
+        if (!seat->servesOwn)
+            continue;
+        offerTo(*seat, own.content);
+        seat->servesOwn = true;
     }
 }
 
@@ -250,10 +297,14 @@ void WaylandClipboard::offerTo(Seat &seat, const ClipboardContent &content)
         DataControlSource::Callbacks{[this, content](const QByteArray &type, FileDescriptor pipe) {
                                          send(content, type, std::move(pipe));
                                      },
-            [&seat] { seat.source.reset(); }});
+            [&seat] {
+                seat.source.reset();
+                seat.servesOwn = false;
+            }});
     seat.device->setSelection(*source);
     // The one before goes after that: the clipboard would be empty in between.
     seat.source = std::move(source);
+    seat.servesOwn = false;
     m_connection->flush();
 }
 
@@ -283,8 +334,8 @@ void WaylandClipboard::sweep()
 {
     for (const auto &seat : m_seats) {
         seat->fetches.remove_if([](const auto &fetch) { return fetch->hasEnded(); });
-        takeOverIfLeft(*seat);
     }
+    takeOverLater();
 }
 
 void WaylandClipboard::tick()

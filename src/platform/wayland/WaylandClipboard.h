@@ -19,7 +19,8 @@
 ///
 /// The compositor tells only that the clipboard is empty: because its owner has ended, or because somebody
 /// has cleared it, which is to stay so. An owner that ends takes its windows along: the content is kept when
-/// a window goes at about the same time, and in any case where the compositor does not tell of windows.
+/// a window has gone shortly before, or goes at the same time, and in any case where the compositor does not
+/// tell of windows.
 ///
 /// With several seats the contents of all of them are taken, and this program's own goes to each.
 class WaylandClipboard : public ClipboardFollower
@@ -53,9 +54,12 @@ private:
     void keep(qint64 number, const ClipboardContent &content);
     void onWindowClosed();
     bool isOwnerGone(const Seat &seat) const;
+    void forgetCleared();
+    void takeOverLater();
     void takeOverIfLeft(Seat &seat);
 
     void offerOwn();
+    void offerAdditions();
     void offerTo(Seat &seat, const ClipboardContent &content);
     void send(const ClipboardContent &content, const QByteArray &type, FileDescriptor pipe);
 
@@ -75,6 +79,9 @@ private:
     PipeWriters m_writers;
     int m_pendingImages = 0;
     bool m_isStarting = true;
+    bool m_hasInitial = false;
+    /// The own content has begun anew, and nobody else sees it yet.
+    bool m_isTakingOver = false;
 
     /// The last content that was published, and its number.
     ClipboardContent m_kept;
@@ -86,6 +93,7 @@ private:
     std::chrono::steady_clock::time_point m_windowClosedAt;
     QTimer m_ticks;
     QTimer m_ownIsWritten;
+    QTimer m_newsIsOver; ///< of windows, after the clipboard has become empty
     QObject m_turns;
     /// Last, so that it ends first.
     WorkThread m_encoder;

@@ -31,7 +31,9 @@ wl_display *connectToDisplay()
 {
     // With no name the library would try a default one, where a compositor of somebody else's may listen.
     const QByteArray name = qgetenv("WAYLAND_DISPLAY");
-    return name.isEmpty() ? nullptr : wl_display_connect(name.constData());
+    // A connection that is handed over is the toolkit's; the library would take it whatever the name.
+    const bool isHandedOver = qEnvironmentVariableIsSet("WAYLAND_SOCKET");
+    return name.isEmpty() || isHandedOver ? nullptr : wl_display_connect(name.constData());
 }
 
 } // namespace
@@ -160,6 +162,8 @@ void WaylandConnection::readEvents()
     const bool isDispatched = wl_display_dispatch_pending(display) >= 0;
     if (!isRead || !isDispatched)
         closeOnError();
+    // What the events have brought about.
+    flush();
 }
 
 void WaylandConnection::closeOnError()

@@ -57,13 +57,26 @@ void WaylandContentFetch::received(PipeReader::Outcome outcome, const QByteArray
 }
 
 /// A pipe that closes empty is an empty text, or a request that came after the content had gone from the
-/// clipboard: that news is on its way then.
+/// clipboard: that news is on its way then. The compositor may see the first question before what the owner
+/// has sent it earlier, but not the second one.
 void WaylandContentFetch::receivedNothing()
 {
     m_connection.sync([this, isAlive = m_isAlive] {
-        if (!*isAlive || hasEnded())
-            return;
-        const auto outcome = isSuperseded() ? Outcome::Refused : Outcome::Delivered;
-        accept({outcome, m_target, {}, 0});
+        if (*isAlive)
+            m_connection.sync([this, isAlive] {
+                if (*isAlive)
+                    acceptNothing();
+            });
     });
+}
+
+void WaylandContentFetch::acceptNothing()
+{
+    if (hasEnded())
+        return;
+    if (isSuperseded())
+        end(false);
+    else
+        // An owner that lists more encodings than it has refuses in this way, too.
+        accept({hasOtherTexts() ? Outcome::Refused : Outcome::Delivered, m_target, {}, 0});
 }

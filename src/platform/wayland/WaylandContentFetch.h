@@ -6,6 +6,8 @@
 #include "platform/wayland/WaylandConnection.h"
 
 /// Fetches one content of the clipboard through an offer, a pipe for each type. `start` in place of `follow`.
+/// A pipe has no length: what an owner has written when it closes it is taken for all of it, also of one that
+/// dies in the middle.
 class WaylandContentFetch : public ContentFetch
 {
 public:
@@ -23,6 +25,7 @@ private:
     void request(const QByteArray &target, qint64 limit) override;
     void received(PipeReader::Outcome outcome, const QByteArray &bytes);
     void receivedNothing();
+    void acceptNothing();
 
     WaylandConnection &m_connection;
     const std::shared_ptr<DataControlOffer> m_offer;

@@ -26,11 +26,13 @@ xkb_keymap *readKeymap(const FileDescriptor &file, size_t size)
     void *const text = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.number(), 0);
     if (text == MAP_FAILED)
         return nullptr;
-    const std::unique_ptr<xkb_context, ReleaseContext> context(
-        xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES));
+    const std::unique_ptr<xkb_context, ReleaseContext> context(xkb_context_new(
+        static_cast<xkb_context_flags>(XKB_CONTEXT_NO_ENVIRONMENT_NAMES | XKB_CONTEXT_NO_DEFAULT_INCLUDES)));
     // It ends with a zero, which is not part of the text.
-    xkb_keymap *const keymap = xkb_keymap_new_from_buffer(context.get(), static_cast<const char *>(text),
-        size - 1, XKB_KEYMAP_FORMAT_TEXT_V1, XKB_KEYMAP_COMPILE_NO_FLAGS);
+    xkb_keymap *const keymap = !context
+        ? nullptr
+        : xkb_keymap_new_from_buffer(context.get(), static_cast<const char *>(text), size - 1,
+              XKB_KEYMAP_FORMAT_TEXT_V1, XKB_KEYMAP_COMPILE_NO_FLAGS);
     ::munmap(text, size);
     return keymap;
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "platform/linux/ClipboardContent.h"
 #include "platform/wayland/DataControlDevice.h"
 #include "platform/wayland/PipeReader.h"
 #include "platform/wayland/PipeWriters.h"
+
+#include <QTimer>
 
 /// Offers the clipboard's text as the primary selection too, for programs that paste nothing else with
 /// Shift+Insert. Main thread.
@@ -21,7 +24,9 @@ public:
 private:
     WaylandPrimaryText(
         WaylandConnection &connection, const DataControlProtocol &protocol, const WaylandGlobal &manager);
+    void received(const QByteArray &target, PipeReader::Outcome outcome, const QByteArray &bytes);
     void offer(const QByteArray &text);
+    void send(const ClipboardContent &content, const QByteArray &type, FileDescriptor pipe);
 
     WaylandConnection &m_connection;
     const DataControlProtocol &m_protocol;
@@ -29,6 +34,8 @@ private:
     std::shared_ptr<DataControlOffer> m_selection;
     DataControlDevice m_device;
     std::unique_ptr<PipeReader> m_reader;
+    std::function<void(bool isTaken)> m_onDone;
     std::unique_ptr<DataControlSource> m_source;
     PipeWriters m_writers;
+    QTimer m_ticks; ///< runs while somebody reads
 };

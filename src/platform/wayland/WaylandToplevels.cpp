@@ -110,10 +110,11 @@ private:
     void add(wl_proxy *proxy)
     {
         const Number number = WaylandToplevels::add();
-        m_windows[number] = std::make_unique<WaylandObject>(
-            proxy, plasmawindow::DestroyWindow, [this, number](uint32_t event, const wl_argument *arguments) {
-                handleWindow(number, event, arguments);
-            });
+        const bool canDestroy = m_management.version() >= plasmawindow::VersionWithDestroy;
+        m_windows[number] = std::make_unique<WaylandObject>(proxy,
+            canDestroy ? std::optional<uint32_t>(plasmawindow::DestroyWindow) : std::nullopt,
+            [this, number](
+                uint32_t event, const wl_argument *arguments) { handleWindow(number, event, arguments); });
     }
 
     void handleWindow(Number number, uint32_t event, const wl_argument *arguments)

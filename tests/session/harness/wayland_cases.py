@@ -124,12 +124,15 @@ class CaptureCases(WaylandCases):
             self.assertTrue(stays(lambda: self.clipboard.types() is None, 1), "nobody offers anything")
 
     def test_a_secret_that_is_cleared_does_not_come_back(self):
+        window = programs.Editor(self.desk, "mousepad")
         with Owner(self.desk) as owner:
             owner.copy_text("an entry before it")
             self.store.wait_for("an entry before it")
             self.clipboard.wait_for_change(lambda: owner.copy({PLAIN: b"hunter2", HINT: b"secret"}))
+            # As a password manager does that ends: what others have copied would be kept.
+            window.close()
             self.clipboard.wait_for_change(owner.clear)
-            self.assertTrue(stays(lambda: self.clipboard.read(PLAIN) != b"hunter2", 1), "it is gone")
+            self.assertTrue(stays(lambda: self.clipboard.types() is None, 1), "nobody offers anything")
         self.assertEqual(self.store.contents(), ["an entry before it"])
 
     def test_an_owner_that_never_closes_its_pipe_does_not_hold_up_the_next_copy(self):
