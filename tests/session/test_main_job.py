@@ -104,8 +104,11 @@ class MainJob(unittest.TestCase):
     def test_up_and_down_stop_at_the_ends(self):
         self.copy("last", "middle", "first")
         terminal = programs.Terminal(self.desktop)
+        copied = self.store.item("first")["createdAt"]
         self.choose("Up", "Up", "Return")
         wait_until(lambda: terminal.typed() == b"first", "the first")
+        # What was pasted is a new copy, and when that comes the highlight goes to the top.
+        wait_until(lambda: self.store.item("first")["createdAt"] > copied, "it is copied anew")
         self.choose("Down", "Down", "Down", "Down", "Return")
         wait_until(lambda: terminal.typed() == b"firstlast", lambda: f"then the last, not {terminal.typed()}")
 

@@ -29,6 +29,10 @@ class Panel(PanelCases, PasteCases, unittest.TestCase):
     def terminal(self, name="typed.txt"):
         return Foot(self.desk, name)
 
+    def is_panel_there(self):
+        """Whether sway has the panel's window, to be seen or not."""
+        return "org.larkspool.Larkspool" in self.desk.message("-t", "get_tree").decode()
+
     def test_a_second_press_of_the_key_hides_the_panel(self):
         for _ in range(3):
             self.choose(HOT_KEY)
@@ -39,10 +43,11 @@ class Panel(PanelCases, PasteCases, unittest.TestCase):
         terminal = self.terminal()
         self.desk.message(f"[con_id={terminal.window}] fullscreen enable")
         self.desk.keyboard.press(HOT_KEY)
-        wait_until(lambda: "org.larkspool.Larkspool" in self.desk.message("-t", "get_tree").decode(), "it is there")
+        wait_until(self.is_panel_there, "it is there")
         self.desk.keyboard.type("still mine")
         self.assert_typed(terminal, b"still mine")
         self.desk.keyboard.press(HOT_KEY)
+        wait_until(lambda: not self.is_panel_there(), "it is hidden")
         self.desk.message(f"[con_id={terminal.window}] fullscreen disable")
         self.choose("Return")
         self.assert_typed(terminal, b"still mine" + TEXT.encode())

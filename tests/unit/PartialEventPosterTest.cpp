@@ -23,10 +23,8 @@ TEST(PartialEventPoster, IsTrustedWhileAProgramIsInFrontThatTheEventsArriveWith)
     EXPECT_FALSE(desktop.poster.isProcessTrusted());
     desktop.reachable.bringToFront(QStringLiteral("Editor"), QStringLiteral("org.example.Editor"));
     EXPECT_TRUE(desktop.poster.isProcessTrusted());
-    EXPECT_TRUE(desktop.poster.isProcessTrustedWithPrompt());
     desktop.reachable.leaveNobodyInFront();
     EXPECT_FALSE(desktop.poster.isProcessTrusted());
-    EXPECT_FALSE(desktop.poster.isProcessTrustedWithPrompt());
 }
 
 TEST(PartialEventPoster, IsNotTrustedWhereItsPosterIsNot)
@@ -37,11 +35,14 @@ TEST(PartialEventPoster, IsNotTrustedWhereItsPosterIsNot)
     EXPECT_FALSE(desktop.poster.isProcessTrusted());
 }
 
-TEST(PartialEventPoster, AsksNobodyForAPermissionThatWouldNotHelp)
+TEST(PartialEventPoster, AsksForThePermissionOfItsPosterWhoeverIsInFront)
 {
     Desktop desktop;
-    EXPECT_FALSE(desktop.poster.isProcessTrustedWithPrompt());
+    EXPECT_TRUE(desktop.poster.isProcessTrustedWithPrompt());
     EXPECT_EQ(desktop.keys.promptCount(), 0);
+    desktop.keys.isTrusted = false;
+    EXPECT_FALSE(desktop.poster.isProcessTrustedWithPrompt());
+    EXPECT_EQ(desktop.keys.promptCount(), 1);
 }
 
 TEST(PartialEventPoster, EventsAreThoseOfItsPoster)
