@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QTemporaryFile>
 
 #include <gtest/gtest.h>
 
@@ -146,39 +145,6 @@ protected:
         : WaylandPasteboardFixture(Compositor::Kind::KWin, Compositor::Access::Restricted)
     {
     }
-};
-
-/// Standard output while it lives, to be read while others write. What the test says about a failure is in it
-/// as well, and shown in the end.
-class WatchedConsole
-{
-public:
-    WatchedConsole()
-    {
-        std::fflush(stdout);
-        [[maybe_unused]] const bool isOpen = m_file.open();
-        ::dup2(m_file.handle(), STDOUT_FILENO);
-    }
-    ~WatchedConsole()
-    {
-        const QByteArray text = output();
-        ::dup2(m_previous.number(), STDOUT_FILENO);
-        if (::testing::Test::HasFailure())
-            std::fputs(text.constData(), stdout);
-    }
-    WatchedConsole(const WatchedConsole &) = delete;
-    WatchedConsole &operator=(const WatchedConsole &) = delete;
-
-    QByteArray output()
-    {
-        std::fflush(stdout);
-        QFile file(m_file.fileName());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-private:
-    const FileDescriptor m_previous{::dup(STDOUT_FILENO)};
-    QTemporaryFile m_file;
 };
 
 /// The time that the other threads of this process have spent, in clock ticks.
@@ -575,13 +541,13 @@ TEST_F(WaylandPasteboardTest, TheClipboardsOfAllSeatsAreFollowedAndWritten)
 
 TEST_F(WaylandPasteboardTest, WhatIsThereSurvivesTheCompositor)
 {
-    WatchedConsole console;
+    CapturedConsole console;
     open();
     copy({{Text, "copied"}});
     ASSERT_TRUE(waitUntil([&] { return pasteboard().advance(); }));
     write("before");
     compositor().end();
-    EXPECT_TRUE(waitUntil([&] { return !console.output().isEmpty(); }));
+    EXPECT_TRUE(waitUntil([&] { return !console.output().empty(); }));
     pasteboard().clearContents();
     pasteboard().setString("after");
     EXPECT_EQ(text(), "copied");
@@ -593,11 +559,11 @@ TEST_F(WaylandPasteboardTest, WhatIsThereSurvivesTheCompositor)
 
 TEST_F(WaylandPasteboardTest, ThePasteboardRestsWhenTheCompositorIsGone)
 {
-    WatchedConsole console;
+    CapturedConsole console;
     open();
     write("own");
     compositor().end();
-    ASSERT_TRUE(waitUntil([&] { return !console.output().isEmpty(); }));
+    ASSERT_TRUE(waitUntil([&] { return !console.output().empty(); }));
     const qint64 ticks = ticksOfOtherThreads();
     QElapsedTimer elapsed;
     elapsed.start();
