@@ -30,39 +30,43 @@ QByteArray utf16(const QByteArray &utf8)
     return QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
 }
 
+/// What a program that copies offers, by target.
+template<class Offer>
+Offer offerOf(const PasteboardWorld::Content &content, const char *textTarget)
+{
+    Offer offer;
+    const auto add = [&](PasteboardType type, const char *target) {
+        if (const auto found = content.find(type); found != content.end())
+            offer.emplace(target, found->second);
+    };
+    add(PasteboardType::String, textTarget);
+    add(PasteboardType::Tiff, clipboard::Tiff);
+    add(PasteboardType::Png, clipboard::Png);
+    add(PasteboardType::FileUrl, clipboard::UriList);
+    add(PasteboardType::Url, clipboard::UriList);
+    if (const auto name = content.find(PasteboardType::UrlName); name != content.end())
+        offer.emplace(clipboard::MozillaUrl, utf16(content.at(PasteboardType::Url) + "\n" + name->second));
+    return offer;
+}
+
 /// A server of its own, and an owner for each copy.
 class X11World : public PasteboardWorld
 {
 public:
     Pasteboard &pasteboard() override { return *m_pasteboard; }
-    void copy(const Content &content) override { own(offerOf(content)); }
+    void copy(const Content &content) override
+    {
+        own(offerOf<SelectionOwner::Offer>(content, clipboard::Utf8String));
+    }
 
     void copySecret(const Content &content) override
     {
-        SelectionOwner::Offer offer = offerOf(content);
+        auto offer = offerOf<SelectionOwner::Offer>(content, clipboard::Utf8String);
         offer.emplace(clipboard::SecretHint, "secret");
         own(offer);
     }
 
 private:
-    static SelectionOwner::Offer offerOf(const Content &content)
-    {
-        SelectionOwner::Offer offer;
-        const auto add = [&](PasteboardType type, const char *target) {
-            if (const auto found = content.find(type); found != content.end())
-                offer.emplace(target, found->second);
-        };
-        add(PasteboardType::String, clipboard::Utf8String);
-        add(PasteboardType::Tiff, clipboard::Tiff);
-        add(PasteboardType::Png, clipboard::Png);
-        add(PasteboardType::FileUrl, clipboard::UriList);
-        add(PasteboardType::Url, clipboard::UriList);
-        if (const auto name = content.find(PasteboardType::UrlName); name != content.end())
-            offer.emplace(
-                clipboard::MozillaUrl, utf16(content.at(PasteboardType::Url) + "\n" + name->second));
-        return offer;
-    }
-
     /// The owners before are asked until the new one has been: a copy is what a user does, not what a race
     /// does.
     void own(const SelectionOwner::Offer &offer)
@@ -85,34 +89,19 @@ class WaylandWorld : public PasteboardWorld
 {
 public:
     Pasteboard &pasteboard() override { return *m_pasteboard; }
-    void copy(const Content &content) override { own(offerOf(content)); }
+    void copy(const Content &content) override
+    {
+        own(offerOf<ClipboardOwner::Offer>(content, clipboard::Utf8PlainText));
+    }
 
     void copySecret(const Content &content) override
     {
-        ClipboardOwner::Offer offer = offerOf(content);
+        auto offer = offerOf<ClipboardOwner::Offer>(content, clipboard::Utf8PlainText);
         offer.emplace(clipboard::SecretHint, "secret");
         own(offer);
     }
 
 private:
-    static ClipboardOwner::Offer offerOf(const Content &content)
-    {
-        ClipboardOwner::Offer offer;
-        const auto add = [&](PasteboardType type, const char *target) {
-            if (const auto found = content.find(type); found != content.end())
-                offer.emplace(target, found->second);
-        };
-        add(PasteboardType::String, clipboard::Utf8PlainText);
-        add(PasteboardType::Tiff, clipboard::Tiff);
-        add(PasteboardType::Png, clipboard::Png);
-        add(PasteboardType::FileUrl, clipboard::UriList);
-        add(PasteboardType::Url, clipboard::UriList);
-        if (const auto name = content.find(PasteboardType::UrlName); name != content.end())
-            offer.emplace(
-                clipboard::MozillaUrl, utf16(content.at(PasteboardType::Url) + "\n" + name->second));
-        return offer;
-    }
-
     void own(const ClipboardOwner::Offer &offer)
     {
         m_owners.push_back(ClipboardOwner::open());
