@@ -233,6 +233,8 @@ void WaylandClipboard::forgetCleared()
 /// When the news that is on its way has come: somebody else may have copied.
 void WaylandClipboard::takeOverLater()
 {
+    if (std::ranges::none_of(m_seats, [](const auto &seat) { return seat->leftAt.has_value(); }))
+        return;
     m_connection->sync([this] {
         for (const auto &seat : m_seats)
             takeOverIfLeft(*seat);
@@ -332,9 +334,8 @@ void WaylandClipboard::send(const ClipboardContent &content, const QByteArray &t
 
 void WaylandClipboard::sweep()
 {
-    for (const auto &seat : m_seats) {
+    for (const auto &seat : m_seats)
         seat->fetches.remove_if([](const auto &fetch) { return fetch->hasEnded(); });
-    }
     takeOverLater();
 }
 
