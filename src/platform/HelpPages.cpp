@@ -47,10 +47,11 @@ bool writeAllPages(const QDir &folder)
 
 } // namespace
 
-HelpPlaces HelpPlaces::standard()
+HelpPlaces HelpPlaces::standard(const QString &flatpakDescription)
 {
-    return {
-        QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/larkspool/help")),
+    const QString beside =
+        QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/larkspool/help"));
+    return {QFileInfo::exists(flatpakDescription) ? QString() : beside,
         QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
             QStringLiteral("/larkspool/help")};
 }
@@ -58,7 +59,7 @@ HelpPlaces HelpPlaces::standard()
 QUrl helpPage(HelpPage page, const HelpPlaces &places)
 {
     const QString name = FileNames.at(static_cast<size_t>(page));
-    if (const QDir installed(places.installed); hasAllPages(installed))
+    if (const QDir installed(places.installed); !places.installed.isEmpty() && hasAllPages(installed))
         return QUrl::fromLocalFile(installed.filePath(name));
     const QDir cache(places.cache);
     return writeAllPages(cache) ? QUrl::fromLocalFile(cache.filePath(name)) : QUrl();

@@ -154,6 +154,24 @@ TEST_F(DesktopEntriesTest, FindAWindowOfUnknownClassByItsExecutable)
     EXPECT_EQ(idOf(found, window), QStringLiteral("cc"));
 }
 
+TEST_F(DesktopEntriesTest, DoNotTakeAProcessOfThisFlatpakForThatOfAnotherSandboxesWindow)
+{
+    const QByteArray program = QFileInfo(QCoreApplication::applicationFilePath()).fileName().toUtf8();
+    install("system", "own.desktop", "Name=Own\nStartupWMClass=Own\nExec=" + program + "\n");
+    WindowIdentity window = ofClass("strange", "Strange");
+    window.processIdentifier = QCoreApplication::applicationPid();
+    DesktopEntries found({folder("system")}, "C", DesktopEntries::Surroundings::Flatpak);
+    EXPECT_EQ(idOf(found, window), QStringLiteral("(none)"));
+    EXPECT_EQ(idOf(found, ofClass("own", "Own")), QStringLiteral("own"));
+}
+
+TEST_F(DesktopEntriesTest, KnowAFlatpakByItsDescription)
+{
+    install("home", "info", "");
+    EXPECT_EQ(DesktopEntries::surroundings(folder("home/info")), DesktopEntries::Surroundings::Flatpak);
+    EXPECT_EQ(DesktopEntries::surroundings(folder("home/none")), DesktopEntries::Surroundings::Desktop);
+}
+
 TEST_F(DesktopEntriesTest, FindNothingForAWindowThatSaysNothing)
 {
     install("system", "foo.desktop", "Name=Foo\n");
@@ -273,6 +291,28 @@ TEST(DesktopFolders, HaveTheSpecifiedDefaults)
     EXPECT_EQ(DesktopEntries::defaultFolders(),
         QStringList({QStringLiteral("/h/.local/share/applications"),
             QStringLiteral("/usr/local/share/applications"), QStringLiteral("/usr/share/applications")}));
+}
+
+TEST(DesktopFolders, OfTheDesktopComeAfterThoseOfAFlatpak)
+{
+    const Environment environment{{"XDG_DATA_HOME", "/h/.var/app/x/data"}, {"XDG_DATA_DIRS", "/app/share"},
+        {"HOME", "/h"}, {"HOST_XDG_DATA_HOME", ""}};
+    EXPECT_EQ(DesktopEntries::defaultFolders(DesktopEntries::Surroundings::Flatpak),
+        QStringList({QStringLiteral("/h/.var/app/x/data/applications"),
+            QStringLiteral("/app/share/applications"), QStringLiteral("/h/.local/share/applications"),
+            QStringLiteral("/h/.local/share/flatpak/exports/share/applications"),
+            QStringLiteral("/var/lib/flatpak/exports/share/applications"),
+            QStringLiteral("/run/host/usr/local/share/applications"),
+            QStringLiteral("/run/host/usr/share/applications")}));
+}
+
+TEST(DesktopFolders, OfTheUserAreWhereTheDesktopHasThem)
+{
+    const Environment environment{{"XDG_DATA_HOME", "/h/.var/app/x/data"}, {"XDG_DATA_DIRS", "/app/share"},
+        {"HOME", "/h"}, {"HOST_XDG_DATA_HOME", "/elsewhere"}};
+    const QStringList folders = DesktopEntries::defaultFolders(DesktopEntries::Surroundings::Flatpak);
+    EXPECT_EQ(folders.value(2), QStringLiteral("/elsewhere/applications"));
+    EXPECT_FALSE(folders.contains(QStringLiteral("/h/.local/share/applications")));
 }
 
 TEST(MessagesLocale, IsTheFirstVariableThatIsSet)

@@ -91,6 +91,27 @@ TEST_F(HelpPagesTest, TheStandardPlacesAreBesideTheProgramAndInTheCache)
     EXPECT_EQ(standard.cache, path("cache/larkspool/help"));
 }
 
+TEST_F(HelpPagesTest, InAFlatpakThePagesInsideTheProgramAreTheOnesToShow)
+{
+    write(path("flatpak-info"), "[Application]\n");
+    qputenv("XDG_CACHE_HOME", path("cache").toUtf8());
+    const HelpPlaces standard = HelpPlaces::standard(path("flatpak-info"));
+    qunsetenv("XDG_CACHE_HOME");
+    EXPECT_TRUE(standard.installed.isEmpty());
+    EXPECT_EQ(standard.cache, path("cache/larkspool/help"));
+}
+
+TEST_F(HelpPagesTest, WithoutAnInstallationThePagesOfTheCurrentFolderAreNotShown)
+{
+    write(path("index.html"), "somebody's");
+    write(path("privacy.html"), "somebody's");
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(path(".")));
+    const QUrl page = helpPage(HelpPage::Overview, {QString(), path("cache/help")});
+    QDir::setCurrent(before);
+    EXPECT_EQ(page, QUrl::fromLocalFile(path("cache/help/index.html")));
+}
+
 TEST_F(HelpPagesTest, ThePagesLeadToEachOtherAndLoadNothing)
 {
     for (const char *const name : {"index.html", "privacy.html"}) {

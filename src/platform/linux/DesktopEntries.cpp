@@ -41,26 +41,43 @@ QString desktopId(const QString &root, const QString &path)
     return id.replace(QLatin1Char('/'), QLatin1Char('-'));
 }
 
+/// Where a Flatpak has the desktop's folders of data; nothing is there unless it was allowed to read them.
+QStringList desktopsFolders(const QString &userFolder)
+{
+    const QString flatpaks = QStringLiteral("/flatpak/exports/share");
+    const QString hostUserFolder = absoluteOrEmpty(qgetenv("HOST_XDG_DATA_HOME"));
+    const QString user = hostUserFolder.isEmpty() ? userFolder : hostUserFolder;
+    return {user, user + flatpaks, QStringLiteral("/var/lib") + flatpaks,
+        QStringLiteral("/run/host/usr/local/share"), QStringLiteral("/run/host/usr/share")};
+}
+
 } // namespace
 
-DesktopEntries::DesktopEntries(QStringList folders, const QByteArray &locale)
+DesktopEntries::DesktopEntries(QStringList folders, const QByteArray &locale, Surroundings surroundings)
     : m_roots(std::move(folders))
     , m_nameKeys(desktopfile::nameKeys(locale))
+    , m_surroundings(surroundings)
 {
 }
 
-QStringList DesktopEntries::defaultFolders()
+DesktopEntries::Surroundings DesktopEntries::surroundings(const QString &flatpakDescription)
 {
-    QString home = absoluteOrEmpty(qgetenv("XDG_DATA_HOME"));
-    if (home.isEmpty())
-        home = QFile::decodeName(qgetenv("HOME")) + QStringLiteral("/.local/share");
+    return QFileInfo::exists(flatpakDescription) ? Surroundings::Flatpak : Surroundings::Desktop;
+}
+
+QStringList DesktopEntries::defaultFolders(Surroundings surroundings)
+{
+    const QString usualHome = QFile::decodeName(qgetenv("HOME")) + QStringLiteral("/.local/share");
+    const QString home = absoluteOrEmpty(qgetenv("XDG_DATA_HOME"));
     QByteArray others = qgetenv("XDG_DATA_DIRS");
     if (others.isEmpty())
         others = "/usr/local/share/:/usr/share/";
 
-    QStringList folders{home};
+    QStringList folders{home.isEmpty() ? usualHome : home};
     for (const QByteArray &other : others.split(':'))
         folders.append(absoluteOrEmpty(other));
+    if (surroundings == Surroundings::Flatpak)
+        folders += desktopsFolders(usualHome);
     folders.removeAll(QString());
     for (QString &folder : folders) {
         while (folder.endsWith(QLatin1Char('/')))
@@ -168,7 +185,9 @@ const DesktopEntry *DesktopEntries::byNameOfWindow(const WindowIdentity &window)
         if (const DesktopEntry *const found = byId(name))
             return found;
     }
-    return byExecutable(executableName(window.processIdentifier));
+    // Another sandbox's number may be that of a process here, this program's own not least.
+    return m_surroundings == Surroundings::Flatpak ? nullptr
+                                                   : byExecutable(executableName(window.processIdentifier));
 }
 
 const DesktopEntry *DesktopEntries::byStartupWmClass(const QString &name) const

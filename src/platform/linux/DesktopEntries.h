@@ -35,19 +35,26 @@ struct WindowIdentity {
 class DesktopEntries
 {
 public:
-    /// The folders in order of precedence, and the POSIX name of the user's language ("de_AT.UTF-8@euro").
-    explicit DesktopEntries(
-        QStringList folders = defaultFolders(), const QByteArray &locale = messagesLocale());
+    /// Where the program runs. In a Flatpak the environment names the Flatpak's own folders, and the numbers
+    /// of processes that windows tell are not those of /proc.
+    enum class Surroundings { Desktop, Flatpak };
 
+    /// By the description that a Flatpak has of itself.
+    static Surroundings surroundings(const QString &flatpakDescription = QStringLiteral("/.flatpak-info"));
     /// `applications` in $XDG_DATA_HOME, then in each folder of $XDG_DATA_DIRS (XDG Base Directory
-    /// Specification).
-    static QStringList defaultFolders();
+    /// Specification); in a Flatpak then where the desktop's folders are for one that may read them.
+    static QStringList defaultFolders(Surroundings surroundings = DesktopEntries::surroundings());
     /// $LC_ALL, $LC_MESSAGES or $LANG, the first that is set.
     static QByteArray messagesLocale();
 
+    /// The folders in order of precedence, and the POSIX name of the user's language ("de_AT.UTF-8@euro").
+    explicit DesktopEntries(QStringList folders = defaultFolders(),
+        const QByteArray &locale = messagesLocale(),
+        Surroundings surroundings = DesktopEntries::surroundings());
+
     /// The application that a window belongs to: by the id that the window names, by StartupWMClass, by a
     /// desktop id (or its last dotted part) equal to one of the window's classes in any letter case, by
-    /// Exec's program.
+    /// Exec's program (not in a Flatpak).
     std::optional<DesktopEntry> entryOf(const WindowIdentity &window);
 
     /// The application with the desktop id, in the very letter case.
@@ -69,6 +76,7 @@ private:
 
     QStringList m_roots;
     QByteArrayList m_nameKeys;
+    Surroundings m_surroundings;
     bool m_isRead = false;
     std::vector<Folder> m_folders;
     std::vector<DesktopEntry> m_entries; ///< in order of precedence, then by id
