@@ -90,6 +90,21 @@ TEST_F(X11WorkspaceTest, ActivatingAProgramWithoutWindowsDoesNothing)
     EXPECT_TRUE(beta.hasFocus());
 }
 
+TEST_F(X11WorkspaceTest, TakesTwoSandboxesProgramsWithOneProcessNumberForTwo)
+{
+    WindowManager windowManager;
+    ASSERT_TRUE(windowManager.isRunning());
+    auto alpha = std::make_unique<TestProgram>("alpha", "Alpha", Process);
+    alpha->show(TestProgram::Focus::Awaits);
+    ASSERT_TRUE(becomesFrontmost("Alpha"));
+    const auto application = frontmost();
+    alpha.reset();
+    TestProgram beta("beta", "Beta", Process);
+    beta.show(TestProgram::Focus::Awaits);
+    ASSERT_TRUE(becomesFrontmost("Beta"));
+    EXPECT_FALSE(application->isActive());
+}
+
 TEST_F(X11WorkspaceTest, KnowsAProgramWithoutProcessByItsClass)
 {
     TestProgram alpha("alpha", "Alpha");

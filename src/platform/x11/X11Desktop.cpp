@@ -240,11 +240,18 @@ std::vector<xcb_window_t> X11Desktop::windowsFromTop()
 
 bool X11Desktop::isSameProgram(const X11Window &one, const X11Window &other)
 {
-    if (one.identity.processIdentifier > 0 && other.identity.processIdentifier > 0)
-        return one.identity.processIdentifier == other.identity.processIdentifier;
-    if (one.identity.className.isEmpty() && other.identity.className.isEmpty())
-        return one.id == other.id;
-    return one.identity.className == other.identity.className;
+    const WindowIdentity &a = one.identity;
+    const WindowIdentity &b = other.identity;
+    const bool haveNumbers = a.processIdentifier > 0 && b.processIdentifier > 0;
+    if (haveNumbers && a.processIdentifier != b.processIdentifier)
+        return false;
+    if (a.className.isEmpty() && b.className.isEmpty())
+        return haveNumbers || one.id == other.id;
+    // A program may name its class only once it is in front.
+    if (haveNumbers && (a.className.isEmpty() || b.className.isEmpty()))
+        return true;
+    // Each sandbox counts its processes anew, so the number alone does not tell two programs apart.
+    return a.className == b.className;
 }
 
 std::optional<X11Window> X11Desktop::topmostLike(const X11Window &window)

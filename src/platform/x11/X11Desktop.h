@@ -56,8 +56,9 @@ public:
         return m_entries.entryOf(window.identity);
     }
 
-    /// Whether both belong to one program: by process where it is known of both, else by class, else only
-    /// when they are the same window. The number of a window alone says little: the server gives it again.
+    /// Whether both belong to one program: of one process where it is known of both, and of one class; with
+    /// neither only when they are the same window. The number of a window alone says little: the server gives
+    /// it again.
     static bool isSameProgram(const X11Window &one, const X11Window &other);
 
 private:
