@@ -17,6 +17,7 @@
 
 #include <QDesktopServices>
 #include <QQmlComponent>
+#include <QCoreApplication>
 #include <QQmlEngine>
 #include <QQuickItem>
 
@@ -185,6 +186,8 @@ QQmlEngine &AppDelegate::engine()
 {
     if (!m_engine) {
         m_engine = std::make_unique<QQmlEngine>();
+        // What the panel's Qt.quit() comes to; nobody else listens.
+        QObject::connect(m_engine.get(), &QQmlEngine::quit, &QCoreApplication::quit);
         registerHistoryModule();
         registerSettingsModule();
         m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));

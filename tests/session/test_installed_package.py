@@ -15,7 +15,7 @@ from harness import Larkspool, Store, missing, need, run_tests, wait_until
 from harness.application import NAME
 from harness.bare_system import USER, BareSystem
 from harness.children import Lines
-from harness.larkspool import SEEDED
+from harness.larkspool import MENU_BUTTON, SEEDED
 from harness.login import PACKAGES, Login, Screen
 from harness.programs import Editor
 
@@ -26,9 +26,6 @@ AUTOSTART_FILE = f".config/autostart/{NAME}.desktop"
 # Where the system writes down what was installed when; and the package's file itself.
 PAPERS = ("/var/log/", "/var/cache/", "/root/")
 SENTENCE = "The harbour office opens at half past eight."
-# In the panel and its menu, in pixels from the panel's upper left corner.
-MENU_BUTTON = (651, 24)
-SETTINGS_ENTRY = (586, 61)
 
 
 def package():
@@ -167,7 +164,7 @@ class WithADesktop(FreshSystem):
             self.copy_in_an_editor(desktop)
             panel = program.open_panel()
             desktop.keyboard.click(panel, *MENU_BUTTON)
-            desktop.keyboard.click(panel, *SETTINGS_ENTRY)
+            desktop.keyboard.press("Down", "Return")
             settings = desktop.keyboard.wait_for_window("^Larkspool Settings$")
             desktop.keyboard.wait_for_focus(settings)
             desktop.keyboard.press("alt+l")

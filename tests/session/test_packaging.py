@@ -3,11 +3,13 @@
 import configparser
 import os
 import pathlib
+import re
 import signal
 import struct
 import subprocess
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 from harness import Desktop, Larkspool, need, run_tests, wait_until
 from harness.application import NAME, Application
@@ -62,6 +64,13 @@ class Packaging(unittest.TestCase):
     def test_the_desktop_file_asks_for_what_kwin_restricts(self):
         wanted = keys(self.desktop_file, "Desktop Entry")["X-KDE-Wayland-Interfaces"].split(",")
         self.assertEqual(wanted, ["org_kde_plasma_window_management", "org_kde_kwin_fake_input"])
+
+    def test_what_tells_of_the_program_tells_the_version_that_it_says_itself(self):
+        said = self.run_program(self.prefix / "bin" / "larkspool", "--version")
+        version = re.fullmatch(r"larkspool (\d+\.\d+\.\d+)\n", said)[1]
+        metainfo = xml.etree.ElementTree.parse(self.prefix / "share/metainfo" / f"{NAME}.metainfo.xml")
+        self.assertEqual(metainfo.find("releases/release").get("version"), version)
+        self.assertIn(version, (self.prefix / "share/man/man1/larkspool.1").read_text(encoding="utf-8"))
 
     def test_the_icon_is_there_in_every_size_and_nothing_else_beside_it(self):
         theme = self.prefix / "share/icons/hicolor"

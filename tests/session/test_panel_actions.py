@@ -3,6 +3,7 @@
 import unittest
 
 from harness import Desktop, Larkspool, Store, programs, run_tests, wait_until
+from harness.larkspool import MENU_BUTTON, SEEDED
 
 
 class Actions(unittest.TestCase):
@@ -92,6 +93,17 @@ class Actions(unittest.TestCase):
         self.open_menu_of_first_row()
         self.keyboard.press("Down", "Down", "Down", "Right", "Down", "Down", "Down", "Return")
         wait_until(lambda: self.store.items()[0]["categoryId"] is not None, "assigned")
+
+    def test_quit_in_the_menu_ends_the_program_and_keeps_the_entries(self):
+        self.copy("one")
+        panel = self.program.open_panel()
+        self.keyboard.click(panel, *MENU_BUTTON)
+        self.keyboard.press("Down", "Down", "Down", "Return")
+        self.assertEqual(self.program.process.wait(10), 0)
+        self.program.stderr.finish()
+        self.assertEqual(self.program.stdout.finish(), SEEDED)
+        self.assertEqual(self.program.unexpected_lines(), [])
+        self.assertEqual(self.store.contents(), ["one"])
 
     def test_the_wheel_moves_the_highlight(self):
         self.copy("one", "two", "three")

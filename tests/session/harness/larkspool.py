@@ -12,6 +12,8 @@ from .waiting import wait_until
 
 HOT_KEY = "super+shift+v"
 PANEL_TITLE = "^Larkspool$"
+# In the panel, in pixels from its upper left corner.
+MENU_BUTTON = (651, 24)
 SEEDED = ["[Larkspool] Seeded 5 default categories", "[Larkspool] Seeded 10 default templates"]
 
 
