@@ -11,7 +11,8 @@
 SettingsWindow::SettingsWindow(QQmlEngine &engine, std::unique_ptr<SettingsView> view)
     : m_view(std::move(view))
 {
-    setTitle(QStringLiteral("Larkspool Settings"));
+    //: The title of a window.
+    setTitle(tr("Larkspool Settings"));
     // One for all windows: of each other one the toolkit would keep the pictures.
     if (QGuiApplication::windowIcon().isNull())
         QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/larkspool/AppIcon.svg")));

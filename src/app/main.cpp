@@ -1,6 +1,8 @@
 #include "app/AppDelegate.h"
+#include "app/CommandLine.h"
 #include "app/MemoryPolicy.h"
 #include "app/TerminationSignals.h"
+#include "app/Translations.h"
 #include "base/Console.h"
 #include "platform/PlatformLoader.h"
 #include "platform/ToolkitChoice.h"
@@ -10,6 +12,7 @@
 #include <QQuickWindow>
 
 #include <csignal>
+#include <cstdio>
 
 namespace
 {
@@ -40,11 +43,24 @@ bool hasDisplay()
         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
+/// The arguments after the program's name.
+QStringList texts(int argumentCount, char **arguments)
+{
+    QStringList texts;
+    for (int index = 1; index < argumentCount; ++index)
+        texts.append(QString::fromLocal8Bit(arguments[index]));
+    return texts;
+}
+
 } // namespace
 
 int main(int argumentCount, char **arguments)
 {
     giveLargeBlocksBack();
+    if (const auto answer = commandline::answer(texts(argumentCount, arguments))) {
+        consoleLine(*answer);
+        return 0;
+    }
     if (!hasDisplay()) {
         consoleLine(
             QStringLiteral("[Larkspool] No desktop session: neither DISPLAY nor WAYLAND_DISPLAY is set"));
@@ -61,6 +77,10 @@ int main(int argumentCount, char **arguments)
     auto toolkitChoice = std::make_unique<platform::ToolkitChoice>();
     const QGuiApplication application(argumentCount, arguments);
     toolkitChoice.reset();
+    if (const auto complaint = commandline::complaint(QCoreApplication::arguments().mid(1))) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(*complaint));
+        return 2;
+    }
     QGuiApplication::setApplicationName(QStringLiteral("larkspool"));
     QGuiApplication::setApplicationVersion(QStringLiteral(LARKSPOOL_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.larkspool.Larkspool"));
@@ -78,6 +98,7 @@ int main(int argumentCount, char **arguments)
     case SingleInstance::Claim::Unknown:
         break;
     }
+    const Translations translations;
     EventLoopQueue queue;
     AppDelegate delegate(queue, loadPorts(queue), AppDelegate::Paths());
     instance->onActivate = [&delegate](const QString &) { delegate.togglePanel(); };

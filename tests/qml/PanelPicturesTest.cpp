@@ -1,5 +1,5 @@
+#include "MirroringTest.h"
 #include "PanelScene.h"
-#include "PictureTest.h"
 
 #include <array>
 
@@ -41,20 +41,25 @@ void combine(PanelScene &scene)
 
 void openHeaderMenu(PanelScene &scene)
 {
-    scene.click({652, 24});
+    scene.click(scene.inLayout({652, 24}));
     scene.press(Qt::Key_Down);
 }
 
-void openRowMenu(PanelScene &scene)
+/// The menu of a row, and in it that of the categories.
+void openMenuAt(PanelScene &scene, const QPointF &place)
 {
-    scene.click(
-        scene.placeOf(QStringLiteral("https://docs.example.org/guides/clipboard?section=selections#owners")),
-        Qt::RightButton);
+    scene.click(place, Qt::RightButton);
     // A submenu is where its row has been laid out.
     (void)scene.picture();
     for (int step = 0; step < 3; ++step)
         scene.press(Qt::Key_Down);
-    scene.press(Qt::Key_Right);
+    scene.press(scene.onwards());
+}
+
+void openRowMenu(PanelScene &scene)
+{
+    openMenuAt(scene,
+        scene.placeOf(QStringLiteral("https://docs.example.org/guides/clipboard?section=selections#owners")));
 }
 
 void addLongNames(PanelScene &scene)
@@ -75,6 +80,26 @@ void addRightToLeft(PanelScene &scene)
     scene.addText("left שלום right", QStringLiteral("עורך טקסט"));
     scene.addText("שלום עולם\nטקסט מימין לשמאל, 42 שורות", QStringLiteral("עורך טקסט"));
     scene.addText("مرحبا بالعالم\nهذا نص من اليمين إلى اليسار", QStringLiteral("محرر النصوص"));
+}
+
+void addEverythingInGerman(PanelScene &scene)
+{
+    scene.setLanguage(QLocale(QLocale::German));
+    addEverything(scene);
+}
+
+void addRightToLeftMirrored(PanelScene &scene)
+{
+    scene.setLayoutDirection(Qt::RightToLeft);
+    addRightToLeft(scene);
+    scene.addSamples();
+}
+
+/// Where both menus have room.
+void openMenuOfText(PanelScene &scene)
+{
+    const QPointF row = scene.placeOf(QStringLiteral("שלום עולם\nטקסט מימין לשמאל, 42 שורות"));
+    openMenuAt(scene, scene.inLayout({200, row.y()}));
 }
 
 void addLongEntry(PanelScene &scene)
@@ -126,6 +151,9 @@ const std::array States{
     State{"edit-refused", Scales::One, addLongEntry, refuseEdit},
     State{"long-names", Scales::One, addLongNames, stay},
     State{"right-to-left", Scales::One, addRightToLeft, stay},
+    State{"german-list", Scales::One, addEverythingInGerman, stay},
+    State{"german-combine", Scales::One, addEverythingInGerman, combine},
+    State{"mirrored-list", Scales::One, addRightToLeftMirrored, openMenuOfText},
 };
 
 using PanelPictures = PictureTest<PanelScene>;
@@ -137,5 +165,14 @@ TEST_P(PanelPictures, AreAsExpected)
 
 INSTANTIATE_TEST_SUITE_P(StatesAndAppearances, PanelPictures,
     ::testing::Combine(::testing::ValuesIn(States), bothAppearances()), pictureName<PanelScene>);
+
+using PanelMirroring = MirroringTest<PanelScene>;
+
+TEST_P(PanelMirroring, IsThatOfEverything)
+{
+    expectMirrored();
+}
+
+INSTANTIATE_TEST_SUITE_P(States, PanelMirroring, ::testing::ValuesIn(States), stateName<PanelScene>);
 
 } // namespace

@@ -10,7 +10,19 @@
 
 #include <gtest/gtest.h>
 
-PictureScene::~PictureScene() = default;
+#include <algorithm>
+#include <array>
+
+PictureScene::PictureScene()
+    : m_locale(qEnvironmentVariable("PICTURE_LANGUAGE", QStringLiteral("en_GB")))
+    , m_direction(qEnvironmentVariable("PICTURE_DIRECTION") == u"rtl" ? Qt::RightToLeft : Qt::LeftToRight)
+{
+}
+
+PictureScene::~PictureScene()
+{
+    QGuiApplication::setLayoutDirection(Qt::LayoutDirectionAuto);
+}
 
 void PictureScene::settle(QQmlEngine &engine)
 {
@@ -18,7 +30,9 @@ void PictureScene::settle(QQmlEngine &engine)
     ASSERT_EQ(QFontInfo(QGuiApplication::font()).family(), QStringLiteral("DejaVu Sans"));
     ASSERT_EQ(QFontInfo(QFont(QStringLiteral("monospace"))).family(), QStringLiteral("DejaVu Sans Mono"))
         << "FONTCONFIG_FILE is to be tests/qml/fonts.conf, as ctest sets it";
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    QLocale::setDefault(m_locale);
+    m_translations.emplace(m_locale);
+    QGuiApplication::setLayoutDirection(m_direction);
     // A cursor that blinks is not always to be seen.
     QGuiApplication::styleHints()->setCursorFlashTime(0);
     QIcon::setThemeName(QStringLiteral("no such theme"));
@@ -78,6 +92,66 @@ QPointF PictureScene::placeOf(const QString &text) const
     });
     EXPECT_EQ(places.size(), 1) << text.toStdString();
     return places.value(0);
+}
+
+QPointF PictureScene::inLayout(const QPointF &place) const
+{
+    return m_direction == Qt::RightToLeft ? QPointF(window()->width() - place.x(), place.y()) : place;
+}
+
+QString PictureScene::shown(const char *context, const char *text)
+{
+    return QCoreApplication::translate(context, text).remove(u'&');
+}
+
+QRectF PictureScene::placeOfText(const QQuickItem &text)
+{
+    QRectF place(QPointF(), text.size());
+    // The content of an entry. Paths are what is without its middle where there is no room.
+    const bool isAlignedByItself =
+        text.property("isUrl").isValid() || text.property("elide").toInt() == Qt::ElideMiddle;
+    const qreal width = text.property("contentWidth").toReal();
+    if (isAlignedByItself || text.inherits("QQuickTextInput") || text.inherits("QQuickTextEdit"))
+        return place;
+    place.adjust(text.property("leftPadding").toReal(), 0, -text.property("rightPadding").toReal(), 0);
+    switch (text.property("effectiveHorizontalAlignment").toInt()) {
+    case Qt::AlignLeft:
+        place.setWidth(width);
+        break;
+    case Qt::AlignRight:
+        place.setLeft(place.right() - width);
+        break;
+    default:
+        break;
+    }
+    return place;
+}
+
+bool PictureScene::isInSight(const QQuickItem &item, const QRectF &place)
+{
+    for (const QQuickItem *around = item.parentItem(); around; around = around->parentItem()) {
+        if (around->clip() && !around->mapRectToScene({QPointF(), around->size()}).intersects(place))
+            return false;
+    }
+    return true;
+}
+
+std::vector<PictureScene::Drawn> PictureScene::drawn() const
+{
+    constexpr std::array Kinds{"QQuickText", "QQuickTextInput", "QQuickTextEdit", "QQuickImage",
+        "QQuickRectangle", "CardFace", "RoundedBox"};
+    std::vector<Drawn> found;
+    visitVisible([&](const QQuickItem &item) {
+        const auto *const kind =
+            std::ranges::find_if(Kinds, [&](const char *name) { return item.inherits(name); });
+        if (kind == Kinds.end() || item.size().isEmpty())
+            return;
+        const bool isText = item.property("contentWidth").isValid();
+        const QRectF place = item.mapRectToScene(isText ? placeOfText(item) : QRectF({}, item.size()));
+        if (isInSight(item, place))
+            found.push_back({QLatin1String(*kind) + u' ' + textOf(item), place});
+    });
+    return found;
 }
 
 bool PictureScene::isComplete() const

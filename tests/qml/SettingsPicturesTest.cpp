@@ -1,4 +1,4 @@
-#include "PictureTest.h"
+#include "MirroringTest.h"
 #include "SettingsScene.h"
 
 #include <array>
@@ -18,22 +18,22 @@ void stay(SettingsScene &) {}
 
 void chooseCategories(SettingsScene &scene)
 {
-    scene.choose(QStringLiteral("Categories"));
+    scene.choose("&Categories");
 }
 
 void chooseShortcuts(SettingsScene &scene)
 {
-    scene.choose(QStringLiteral("Shortcuts"));
+    scene.choose("&Shortcuts");
 }
 
 void chooseStorage(SettingsScene &scene)
 {
-    scene.choose(QStringLiteral("Storage"));
+    scene.choose("S&torage");
 }
 
 void chooseAbout(SettingsScene &scene)
 {
-    scene.choose(QStringLiteral("About"));
+    scene.choose("&About");
 }
 
 void pressTab(SettingsScene &scene, int times)
@@ -45,7 +45,7 @@ void pressTab(SettingsScene &scene, int times)
 void nameNewCategory(SettingsScene &scene)
 {
     chooseCategories(scene);
-    scene.click(scene.placeOf(QStringLiteral("Add new category")));
+    scene.click(scene.placeOf(scene.shown("CategoryManager", "Add &new category")));
     scene.moveMouse({2, 398});
     scene.type(QStringLiteral("Recipes"));
     // It has a colour by chance.
@@ -114,14 +114,14 @@ const std::array States{
     State{"focus-swatch", Scales::One, addDefaults, [](SettingsScene &scene) { pressTab(scene, 5); }},
     State{"focus-tab", Scales::One, addDefaults,
         [](SettingsScene &scene) {
-            scene.press(Qt::Key_Right);
-            scene.press(Qt::Key_Right);
+            scene.press(scene.onwards());
+            scene.press(scene.onwards());
         }},
     State{"focus-white-swatch", Scales::One, addDefaults,
         [](SettingsScene &scene) {
             pressTab(scene, 5);
             for (int step = 0; step < 7; ++step)
-                scene.press(Qt::Key_Right);
+                scene.press(scene.onwards());
         }},
     State{"focus-row-button", Scales::One, addDefaults,
         [](SettingsScene &scene) {
@@ -135,6 +135,18 @@ const std::array States{
         }},
     State{"access-keys", Scales::One, addDefaults,
         [](SettingsScene &scene) { scene.hold(Qt::Key_Alt, Qt::AltModifier); }},
+    State{"german-categories", Scales::One,
+        [](SettingsScene &scene) {
+            scene.setLanguage(QLocale(QLocale::German));
+            scene.addDefaults();
+        },
+        chooseCategories},
+    State{"mirrored-general", Scales::One,
+        [](SettingsScene &scene) {
+            scene.setLayoutDirection(Qt::RightToLeft);
+            scene.addDefaults();
+        },
+        stay},
 };
 
 using SettingsPictures = PictureTest<SettingsScene>;
@@ -146,5 +158,14 @@ TEST_P(SettingsPictures, AreAsExpected)
 
 INSTANTIATE_TEST_SUITE_P(StatesAndAppearances, SettingsPictures,
     ::testing::Combine(::testing::ValuesIn(States), bothAppearances()), pictureName<SettingsScene>);
+
+using SettingsMirroring = MirroringTest<SettingsScene>;
+
+TEST_P(SettingsMirroring, IsThatOfEverything)
+{
+    expectMirrored();
+}
+
+INSTANTIATE_TEST_SUITE_P(States, SettingsMirroring, ::testing::ValuesIn(States), stateName<SettingsScene>);
 
 } // namespace

@@ -47,9 +47,9 @@ void SettingsScene::show()
     waitUntilActive();
 }
 
-void SettingsScene::choose(const QString &tab)
+void SettingsScene::choose(const char *tab)
 {
-    click(placeOf(tab));
+    click(placeOf(shown("SettingsTabBar", tab)));
     // Nothing is under the mouse.
     moveMouse({2, 398});
 }

@@ -30,8 +30,9 @@ public:
 
     SettingsView &view() { return m_window->view(); }
     void show();
-    /// A click on the tab.
-    void choose(const QString &tab);
+    /// A click on the tab, by its name in the sources.
+    void choose(const char *tab);
+    using PictureScene::shown;
     void type(const QString &text);
     /// Nothing here waits for anything.
     void passTime() {}

@@ -2,6 +2,7 @@
 
 #include "platform/linux/PortalNames.h"
 
+#include <QCoreApplication>
 #include <QDBusVariant>
 
 #include <utility>
@@ -83,8 +84,10 @@ void BackgroundPortal::request()
     QDBusMessage call = QDBusMessage::createMethodCall(
         m_portal, portal::Path, Interface, QStringLiteral("RequestBackground"));
     call << parentWindow;
-    const QVariantMap options{
-        {QStringLiteral("reason"), QStringLiteral("Larkspool remembers what you copy from your login on.")},
+    const QVariantMap options{//: Why it is to be started at login; the desktop says it when it asks the user.
+        {QStringLiteral("reason"),
+            QCoreApplication::translate(
+                "BackgroundPortal", "Larkspool remembers what you copy from your login on.")},
         {QStringLiteral("autostart"), m_line.front().wish == Wish::Started},
         {QStringLiteral("commandline"), QStringList{m_command}}, {QStringLiteral("dbus-activatable"), false}};
     m_request = std::make_unique<PortalRequest>(m_connection, call, options, m_queue,

@@ -7,6 +7,8 @@
 #include "platform/linux/SessionBus.h"
 #include "platform/linux/ShortcutsPortal.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -92,7 +94,8 @@ std::unique_ptr<ShortcutsPortal> PortalHotKeyCenter::Shortcuts::makeShortcut(qui
     // A desktop keeps the keys that it has once given to an id, and looks at no new proposal for it: one that
     // the user has chosen here would not count.
     const ShortcutsPortal::Shortcut shortcut{session, QStringLiteral("show-history-") + hotKey.trigger,
-        QStringLiteral("Show the clipboard history"), hotKey.trigger};
+        //: What a global keyboard shortcut does; the desktop shows it in its own settings.
+        QCoreApplication::translate("PortalHotKeyCenter", "Show the clipboard history"), hotKey.trigger};
     const ShortcutsPortal::Events events{.onPress = [this](const QString &token) { pressed(token); },
         .onRefusal = [this, id](ShortcutsPortal::Refusal refusal) { refused(id, refusal); }};
     return std::make_unique<ShortcutsPortal>(hotKey.line->desktop, shortcut, events);

@@ -75,9 +75,12 @@ void CardFace::drawShadow(QPainter &painter, const QRect &place, qreal scale) co
 void CardFace::drawFill(QPainter &painter, const QRect &place, qreal scale) const
 {
     // Side by side, not one upon the other: below a round corner's soft edge there is only one colour.
-    const int split = place.left() + qRound(m_sidebarWidth * scale);
-    painter.fillPath(leftPart(QRectF(place), m_radius * scale, split), m_sidebarColor);
-    painter.fillPath(rightPart(QRectF(place), m_radius * scale, split), m_color);
+    const int bar = qRound(m_sidebarWidth * scale);
+    const int split = m_isMirrored ? place.left() + place.width() - bar : place.left() + bar;
+    painter.fillPath(
+        leftPart(QRectF(place), m_radius * scale, split), m_isMirrored ? m_color : m_sidebarColor);
+    painter.fillPath(
+        rightPart(QRectF(place), m_radius * scale, split), m_isMirrored ? m_sidebarColor : m_color);
 }
 
 void CardFace::drawBorder(QPainter &painter, const QRect &place, qreal scale) const

@@ -5,8 +5,9 @@
 #include <QColor>
 #include <QtQml/qqmlregistration.h>
 
-/// The face of a card: a coloured bar at the left, the card's own colour beside it, a border around both and
-/// a shadow below them. The border's line runs along the edge, half of it outside.
+/// The face of a card: a coloured bar at the left (at the right when mirrored), the card's own colour beside
+/// it, a border around both and a shadow below them. The border's line runs along the edge, half of it
+/// outside.
 class CardFace : public CrispItem
 {
     Q_OBJECT
@@ -14,6 +15,7 @@ class CardFace : public CrispItem
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY lookChanged)
     Q_PROPERTY(QColor sidebarColor MEMBER m_sidebarColor NOTIFY lookChanged)
     Q_PROPERTY(qreal sidebarWidth MEMBER m_sidebarWidth NOTIFY lookChanged)
+    Q_PROPERTY(bool isMirrored MEMBER m_isMirrored NOTIFY lookChanged)
     Q_PROPERTY(qreal radius MEMBER m_radius NOTIFY lookChanged)
     Q_PROPERTY(QColor borderColor MEMBER m_borderColor NOTIFY lookChanged)
     Q_PROPERTY(qreal borderWidth MEMBER m_borderWidth NOTIFY lookChanged)
@@ -40,6 +42,7 @@ private:
     QColor m_color = Qt::white;
     QColor m_sidebarColor = Qt::white;
     qreal m_sidebarWidth = 0;
+    bool m_isMirrored = false;
     qreal m_radius = 0;
     QColor m_borderColor = Qt::black;
     qreal m_borderWidth = 0;

@@ -38,6 +38,8 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
+        //: Keys and what they do, in one line at the end of the categories; there is not much room.
+        //: "clear" lets go of the category that is chosen.
         text: qsTr("← → navigate  |  Esc clear")
         color: Theme.secondaryText
         font.pixelSize: 9

@@ -52,6 +52,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         text: chip.name
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         maximumLineCount: 1
         elide: Text.ElideRight
         color: chip.ink

@@ -1,5 +1,6 @@
 #include "ui/history/CategoryListModel.h"
 
+#include "ui/language/DisplayName.h"
 #include "ui/style/DisplayColor.h"
 
 #include <algorithm>
@@ -36,7 +37,7 @@ QVariant CategoryListModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Name:
     case Qt::DisplayRole:
-        return category->name();
+        return displayName(*category);
     case CategoryColor:
         return displayColor(category->color());
     case Icon:

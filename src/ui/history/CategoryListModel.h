@@ -13,9 +13,9 @@ class CategoryListModel : public LiveQueryModel<ClipCategory>
 
 public:
     enum Role {
-        Name = Qt::UserRole,
-        CategoryColor, ///< a QColor
-        Icon,          ///< the name of a symbol
+        Name = Qt::UserRole, ///< as it is shown
+        CategoryColor,       ///< a QColor
+        Icon,                ///< the name of a symbol
         IsChosen,
     };
 

@@ -27,6 +27,7 @@ Row {
         width: 200
         view: bar.view
         symbol: "line.3.horizontal.decrease.circle.fill"
+        //: In an empty field in which the name of a category is typed.
         placeholder: qsTr("Filter...")
         focusName: ClipboardHistoryView.CategorySearch
         text: bar.view.categorySearchText

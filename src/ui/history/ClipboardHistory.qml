@@ -12,6 +12,9 @@ FocusScope {
 
     focus: true
 
+    LayoutMirroring.enabled: Theme.isMirrored
+    LayoutMirroring.childrenInherit: true
+
     Keys.onPressed: event => event.accepted = root.view.handleKey(event.key, event.modifiers, event.text)
 
     function takeFocus() {
@@ -103,6 +106,7 @@ FocusScope {
         sourceComponent: ItemEditor {
             view: root.view
             symbol: "plus.circle.fill"
+            //: The title of the card on which an entry is written.
             title: qsTr("New item")
             focusName: ClipboardHistoryView.Create
             text: root.view.newItemText

@@ -2,6 +2,7 @@
 
 #include "base/Notifications.h"
 #include "ui/history/CategoryFilter.h"
+#include "ui/language/DisplayName.h"
 #include "ui/style/DisplayColor.h"
 
 #include <algorithm>
@@ -262,7 +263,7 @@ void ClipboardHistoryView::filterMatchingCategories()
     }
     const text::SearchPattern pattern(m_categorySearchText, m_surroundings.caseRule);
     m_matchingCategories.setFilter([pattern](const ClipCategory &category) {
-        return text::localizedCaseInsensitiveContains(category.name().toUtf8(), pattern);
+        return text::localizedCaseInsensitiveContains(displayName(category).toUtf8(), pattern);
     });
 }
 

@@ -85,7 +85,8 @@ public:
     /// The entries under the chosen category that the search finds, pinned ones first.
     HistoryListModel *filteredItems() { return &m_filteredItems; }
     CategoryListModel *categories() { return &m_categories; }
-    /// The categories whose name contains the category search's text; all when that is empty.
+    /// The categories whose name, as it is shown, contains the category search's text; all when that is
+    /// empty.
     CategoryListModel *matchingCategories() { return &m_matchingCategories; }
     /// Whether there is no entry at all.
     bool isHistoryEmpty() const;
@@ -170,7 +171,7 @@ public:
     Q_INVOKABLE void assignCategory(int row, int categoryRow);
     /// The row among `categories` of the category that an entry is assigned to; -1 when it is to none.
     Q_INVOKABLE int assignedCategory(int row) const;
-    /// The names of `categories`, in order.
+    /// The names of `categories` as they are shown, in order.
     Q_INVOKABLE QStringList categoryNames() const;
     Q_INVOKABLE void startEditing(int row);
     Q_INVOKABLE void saveEdit();

@@ -94,6 +94,7 @@ Item {
             color: row.isSelected ? Theme.selectedCard : row.isHovered ? Theme.hoveredCard : Theme.card
             sidebarColor: Theme.sidebar(row.accent)
             sidebarWidth: Theme.sidebarWidth
+            isMirrored: Theme.isMirrored
             radius: Theme.cardRadius
             borderColor: row.isSelected ? row.selectionColor : Theme.cardBorder
             borderWidth: row.isSelected ? Theme.selectedBorderWidth : Theme.cardBorderWidth
@@ -128,6 +129,7 @@ Item {
             clip: true
 
             CardSidebar {
+                anchors.left: parent.left
                 height: parent.height
                 icon: row.icon
                 label: row.label
@@ -140,9 +142,10 @@ Item {
             CardPreview {
                 id: content
 
-                x: Theme.sidebarWidth + Theme.cardPadding
+                anchors.left: parent.left
+                anchors.leftMargin: Theme.sidebarWidth + Theme.cardPadding
                 y: Theme.cardTop
-                width: parent.width - x - Theme.cardPadding
+                width: parent.width - Theme.sidebarWidth - 2 * Theme.cardPadding
                 typeName: row.typeName
                 preview: row.preview
                 title: row.title
@@ -154,7 +157,7 @@ Item {
             }
 
             RowActionsPlace {
-                x: content.x
+                anchors.left: content.left
                 anchors.bottom: parent.bottom
                 anchors.bottomMargin: Theme.cardBottom
                 width: content.width

@@ -2,6 +2,8 @@
 
 #include "ui/history/CombineText.h"
 
+#include <QGuiApplication>
+
 #include <algorithm>
 
 namespace
@@ -11,6 +13,17 @@ namespace
 const QLatin1String NewLine("New Line");
 /// The template whose texts are numbered, which templates cannot say by themselves.
 const QLatin1String Numbered("Numbered");
+
+constexpr quint16 LeftCode = 123;
+constexpr quint16 RightCode = 124;
+
+/// The key that does in a layout from left to right what this one does in the layout as it is.
+quint16 inReadingDirection(quint16 keyCode)
+{
+    if (QGuiApplication::layoutDirection() != Qt::RightToLeft)
+        return keyCode;
+    return keyCode == LeftCode ? RightCode : keyCode == RightCode ? LeftCode : keyCode;
+}
 
 QStringList textsOf(const CombinePanel::Items &items)
 {
@@ -47,7 +60,8 @@ void CombinePanel::appear()
 
 QString CombinePanel::title() const
 {
-    return QStringLiteral("Combine %1 items").arg(m_itemTexts.size());
+    //: The title of the panel that makes one text of several entries.
+    return tr("Combine %n items", "", static_cast<int>(m_itemTexts.size()));
 }
 
 void CombinePanel::setSelectedTemplateIndex(int index)
@@ -116,12 +130,12 @@ LocalEventFate CombinePanel::handleKey(quint16 keyCode)
         void (CombinePanel::*action)();
     };
     static constexpr Key Keys[] = {
-        {36, &CombinePanel::paste},                   // Return
-        {53, &CombinePanel::cancel},                  // Escape
-        {124, &CombinePanel::selectNextTemplate},     // Right
-        {123, &CombinePanel::selectPreviousTemplate}, // Left
+        {36, &CombinePanel::paste},  // Return
+        {53, &CombinePanel::cancel}, // Escape
+        {RightCode, &CombinePanel::selectNextTemplate},
+        {LeftCode, &CombinePanel::selectPreviousTemplate},
     };
-    const auto *const key = std::ranges::find(Keys, keyCode, &Key::code);
+    const auto *const key = std::ranges::find(Keys, inReadingDirection(keyCode), &Key::code);
     if (key == std::end(Keys))
         return LocalEventFate::PassedOn;
     // Later: what the action closes may be where the event is being handled.

@@ -83,6 +83,7 @@ Item {
             Symbol {
                 id: symbol
 
+                anchors.left: parent.left
                 anchors.verticalCenter: parent.verticalCenter
                 name: "doc.on.doc.fill"
                 size: 15
@@ -94,17 +95,24 @@ Item {
 
                 anchors.left: symbol.right
                 anchors.leftMargin: 8
+                anchors.right: hint.left
+                anchors.rightMargin: 12
                 text: card.title
                 textFormat: Text.PlainText
                 color: Theme.combineAccent
                 font.pixelSize: 13
                 font.bold: true
+                horizontalAlignment: Text.AlignLeft
+                elide: Text.ElideRight
             }
 
             Text {
+                id: hint
+
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
-                text: "← → templates  |  ↩ Paste  |  Esc Cancel"
+                //: Keys and what they do, in one line beside the title; there is not much room.
+                text: qsTr("← → templates  |  ↩ Paste  |  Esc Cancel")
                 textFormat: Text.PlainText
                 color: Theme.secondaryText
                 font.pixelSize: 9
@@ -135,14 +143,16 @@ Item {
             PlainButton {
                 id: cancelButton
 
-                text: "Cancel"
+                anchors.left: parent.left
+                text: qsTr("Cancel")
                 color: Theme.secondaryText
                 onClicked: card.cancel()
             }
 
             PlainButton {
                 anchors.right: parent.right
-                text: "Paste ↩"
+                //: On a button; the arrow is the sign on the key that does the same.
+                text: qsTr("Paste ↩")
                 color: Theme.combineAccent
                 font.weight: Font.DemiBold
                 onClicked: card.paste()

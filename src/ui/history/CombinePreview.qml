@@ -70,7 +70,7 @@ RoundedBox {
             Text {
                 width: parent.width
                 visible: box.isShortened
-                text: "Only the beginning. All of it will be pasted."
+                text: qsTr("Only the beginning. All of it will be pasted.")
                 textFormat: Text.PlainText
                 color: Theme.secondaryText
                 font.pixelSize: 11

@@ -125,9 +125,12 @@ Item {
 
                         required property var modelData
 
+                        anchors.left: parent?.left
                         spacing: 12
 
                         Symbol {
+                            id: sign
+
                             anchors.verticalCenter: parent.verticalCenter
                             name: row.modelData.symbol
                             size: 16
@@ -136,7 +139,9 @@ Item {
 
                         Text {
                             anchors.verticalCenter: parent.verticalCenter
+                            width: Math.min(implicitWidth, welcome.width - sign.width - row.spacing)
                             text: row.modelData.tip
+                            wrapMode: Text.WordWrap
                             color: Theme.primaryText
                             font.pixelSize: 13
 

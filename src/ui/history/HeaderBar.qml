@@ -16,7 +16,8 @@ Item {
     Text {
         anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
-        text: bar.count === 1 ? qsTr("1 item") : qsTr("%1 items").arg(bar.count)
+        //: How many entries are listed.
+        text: qsTr("%n items", "", bar.count)
         color: Theme.primaryText
         font.pixelSize: 14
         font.weight: Font.DemiBold
@@ -37,6 +38,7 @@ Item {
         color: pointer.containsMouse ? Theme.hoveredButton : "transparent"
 
         Accessible.role: Accessible.ButtonMenu
+        //: A button that opens the menu, to a screen reader.
         Accessible.name: qsTr("Menu")
         Accessible.onPressAction: bar.menuRequested(button)
 

@@ -3,6 +3,7 @@
 #include "capture/Url.h"
 #include "ui/history/CategoryFilter.h"
 #include "ui/history/ClipboardHistoryView.h"
+#include "ui/language/DisplayName.h"
 
 #include <QLocale>
 
@@ -154,7 +155,7 @@ QStringList ClipboardHistoryView::categoryNames() const
 {
     QStringList names;
     for (const auto &category : m_categories.rows())
-        names.append(category->name());
+        names.append(displayName(*category));
     return names;
 }
 

@@ -39,7 +39,8 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
 
     Accessible.role: Accessible.List
-    Accessible.name: "History"
+    //: The list of the entries, to a screen reader.
+    Accessible.name: qsTr("History")
 
     function showBeginning() {
         // positionViewAtBeginning would leave the margin out.
@@ -181,6 +182,7 @@ ListView {
             sourceComponent: ItemEditor {
                 view: list.view
                 symbol: "pencil.circle.fill"
+                //: The title of the card on which an entry is changed.
                 title: qsTr("Edit")
                 focusName: ClipboardHistoryView.Edit
                 text: list.view.editText

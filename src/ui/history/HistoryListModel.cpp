@@ -3,9 +3,11 @@
 #include "ui/history/ImageFactsReader.h"
 #include "ui/history/RelativeDate.h"
 #include "ui/history/RowText.h"
+#include "ui/language/DisplayName.h"
 #include "ui/style/DisplayColor.h"
 
 #include <QColor>
+#include <QCoreApplication>
 #include <QUrl>
 
 #include <algorithm>
@@ -14,6 +16,28 @@ namespace
 {
 
 constexpr std::chrono::milliseconds SaveWatchInterval{1000};
+
+constexpr auto KindContext = "EntryKind";
+
+// For the translator's list; the names themselves are the kinds' stored texts.
+[[maybe_unused]] constexpr const char *TranslatedKinds[] = {
+    //: The kind of an entry, on its card in capitals, where ten letters have room.
+    QT_TRANSLATE_NOOP("EntryKind", "text"),
+    //: The kind of an entry, on its card in capitals, where ten letters have room.
+    QT_TRANSLATE_NOOP("EntryKind", "image"),
+    //: The kind of an entry, on its card in capitals, where ten letters have room.
+    QT_TRANSLATE_NOOP("EntryKind", "url"),
+    //: The kind of an entry, on its card in capitals, where ten letters have room.
+    QT_TRANSLATE_NOOP("EntryKind", "file"),
+    //: The kind of an entry, on its card in capitals, where ten letters have room: text with fonts and
+    //: colours.
+    QT_TRANSLATE_NOOP("EntryKind", "richText"),
+};
+
+QString kindName(ClipboardItemType type)
+{
+    return QCoreApplication::translate(KindContext, storedText(type).toByteArray().constData());
+}
 
 QString thumbnailSource(const ClipboardItem &item)
 {
@@ -95,7 +119,7 @@ QVariant HistoryListModel::categoryData(const ClipboardItem &item, int role) con
         return category ? displayColor(category->color()) : QColor(Qt::transparent);
     if (role == Icon)
         return category ? category->icon() : item.typeIcon();
-    const QString name = category ? category->name() : QString::fromLatin1(storedText(item.type()));
+    const QString name = category ? displayName(*category) : kindName(item.type());
     return rowtext::oneLine(name).toUpper();
 }
 

@@ -30,7 +30,7 @@ public:
         TypeIcon,      ///< the symbol of the kind
         CategoryColor, ///< of the assigned category, a QColor; transparent when there is none
         Icon,          ///< the symbol of the assigned category, or of the kind
-        Label,         ///< the name of the assigned category, or the stored text of the kind; in capitals
+        Label,         ///< the name of the assigned category, or of the kind; as it is shown, in capitals
         Age,           ///< "now", "5m"
         SourceApp,     ///< as one line; empty when it is not known
         IsPinned,

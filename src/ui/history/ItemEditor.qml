@@ -54,6 +54,7 @@ CardFace {
         Symbol {
             id: sign
 
+            anchors.left: parent.left
             anchors.verticalCenter: parent.verticalCenter
             name: card.symbol
             size: 16
@@ -76,6 +77,7 @@ CardFace {
             anchors.right: cancel.left
             anchors.rightMargin: 14
             anchors.verticalCenter: parent.verticalCenter
+            //: Keys and what they do, in one line beside the title; there is not much room.
             text: qsTr("↩ Save  |  ⇧↩ New line  |  Esc Cancel")
             color: Theme.secondaryText
             font.pixelSize: 9

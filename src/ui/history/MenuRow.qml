@@ -21,12 +21,13 @@ Item {
     signal entered
     signal chosen
 
-    /// What the label leaves free.
-    readonly property int rightSide: modelData.entries === undefined ? 10 : 24
+    /// What the label leaves free: where the row begins, and where it ends.
+    readonly property int beginning: hasMarks ? 26 : 10
+    readonly property int ending: modelData.entries === undefined ? 10 : 24
 
     onIsFocusedChanged: ScreenReader.follow(row)
 
-    implicitWidth: label.implicitWidth + label.x + rightSide
+    implicitWidth: label.implicitWidth + beginning + ending
     height: isDivider ? 9 : 28
 
     Accessible.role: row.isDivider ? Accessible.Separator : Accessible.MenuItem
@@ -53,7 +54,8 @@ Item {
     }
 
     Symbol {
-        x: 8
+        anchors.left: parent.left
+        anchors.leftMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         visible: row.modelData.isChecked === true
         name: "checkmark"
@@ -64,9 +66,10 @@ Item {
     Text {
         id: label
 
-        x: row.hasMarks ? 26 : 10
+        anchors.left: parent.left
+        anchors.leftMargin: row.beginning
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, row.width - x - row.rightSide)
+        width: Math.min(implicitWidth, row.width - row.beginning - row.ending)
         visible: !row.isDivider
         text: row.isDivider ? "" : row.modelData.text
         elide: Text.ElideRight
@@ -80,7 +83,7 @@ Item {
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         visible: row.modelData.entries !== undefined
-        text: "›"
+        text: Theme.isMirrored ? "‹" : "›"
         color: row.ink
         font.pixelSize: 15
     }

@@ -55,6 +55,7 @@ Column {
         visible: head.view.isSearchExpanded
         view: head.view
         symbol: "magnifyingglass"
+        //: In an empty field in which a search text is typed.
         placeholder: qsTr("Search...")
         focusName: ClipboardHistoryView.Search
         isAside: head.isHighlightMoved

@@ -2,7 +2,7 @@ import QtQuick
 import Larkspool.Style
 
 /// A picture and beside it a name, where it lies, and a detail; nothing takes the place of a picture that is not
-/// there.
+/// there. Names are aligned as their own direction wants.
 Item {
     id: preview
 
@@ -16,6 +16,7 @@ Item {
     Item {
         id: frame
 
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         width: childrenRect.width
         height: childrenRect.height
@@ -56,6 +57,7 @@ Item {
             width: parent.width
             visible: text !== ""
             text: preview.detail
+            horizontalAlignment: Text.AlignLeft
             textFormat: Text.PlainText
             color: Theme.tertiaryText
             font.pixelSize: Theme.detailText

@@ -5,7 +5,8 @@ import Larkspool.History
 import Larkspool.Style
 
 /// A menu over the panel. Entries are objects: `text`; `act`, what choosing it does; `isDestructive`; `isChecked`;
-/// `entries`, a submenu's; or `isDivider` alone. Keys: Up, Down, Return, Right into a submenu, Left and Escape out.
+/// `entries`, a submenu's; or `isDivider` alone. Keys: Up, Down, Return, Right into a submenu, Left and Escape out; Left
+/// and Right change places where the layout is mirrored.
 FocusScope {
     id: menu
 
@@ -30,14 +31,17 @@ FocusScope {
         openBeside(x, x, y)
     }
 
-    /// To the right of `right`; when there is no room, to the left of `left`.
+    /// To the right of `right`; when there is no room, to the left of `left`. The other way round where the layout is
+    /// mirrored.
     function openBeside(left: real, right: real, y: real) {
         current = -1
         widestRow = 0
         for (let index = 0; index < repeater.count; ++index)
             widestRow = Math.max(widestRow, repeater.itemAt(index).implicitWidth)
-        const hasRoom = right + sheet.width + 8 <= width || left - sheet.width < 8
-        corner = Qt.point(hasRoom ? right : left - sheet.width, y)
+        const hasRoomRight = right + sheet.width + 8 <= width
+        const hasRoomLeft = left - sheet.width >= 8
+        const isRight = Theme.isMirrored ? !hasRoomLeft && hasRoomRight : hasRoomRight || !hasRoomLeft
+        corner = Qt.point(isRight ? right : left - sheet.width, y)
         visible = true
         forceActiveFocus()
     }
@@ -75,6 +79,8 @@ FocusScope {
     }
 
     Keys.onPressed: event => {
+        const inKey = Theme.isMirrored ? Qt.Key_Left : Qt.Key_Right
+        const outKey = Theme.isMirrored ? Qt.Key_Right : Qt.Key_Left
         event.accepted = true
         if (event.key === Qt.Key_Down)
             menu.move(1)
@@ -82,9 +88,9 @@ FocusScope {
             menu.move(-1)
         else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter || event.key === Qt.Key_Space)
             menu.choose(menu.current)
-        else if (event.key === Qt.Key_Right && menu.current >= 0 && menu.entries[menu.current].entries)
+        else if (event.key === inKey && menu.current >= 0 && menu.entries[menu.current].entries)
             menu.choose(menu.current)
-        else if (event.key === Qt.Key_Escape || event.key === Qt.Key_Left)
+        else if (event.key === Qt.Key_Escape || event.key === outKey)
             menu.close()
     }
 

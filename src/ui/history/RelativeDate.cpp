@@ -1,5 +1,6 @@
 #include "ui/history/RelativeDate.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 
 QString relativeDisplay(const QDateTime &date, const QDateTime &now)
@@ -10,13 +11,24 @@ QString relativeDisplay(const QDateTime &date, const QDateTime &now)
     constexpr qint64 Week = 7 * Day;
     const qint64 milliseconds = date.msecsTo(now);
     const qint64 seconds = milliseconds < 0 ? 0 : milliseconds / 1000;
-    if (seconds < Minute)
-        return QStringLiteral("now");
-    if (seconds < Hour)
-        return QStringLiteral("%1m").arg(seconds / Minute);
-    if (seconds < Day)
-        return QStringLiteral("%1h").arg(seconds / Hour);
-    if (seconds < Week)
-        return QStringLiteral("%1d").arg(seconds / Day);
+    if (seconds < Minute) {
+        //: The age of an entry: less than a minute. Twelve letters have room.
+        return QCoreApplication::translate("RelativeDate", "now");
+    }
+    if (seconds < Hour) {
+        const int minutes = static_cast<int>(seconds / Minute);
+        //: The age of an entry in minutes. Twelve letters have room.
+        return QCoreApplication::translate("RelativeDate", "%nm", "", minutes);
+    }
+    if (seconds < Day) {
+        const int hours = static_cast<int>(seconds / Hour);
+        //: The age of an entry in hours. Twelve letters have room.
+        return QCoreApplication::translate("RelativeDate", "%nh", "", hours);
+    }
+    if (seconds < Week) {
+        const int days = static_cast<int>(seconds / Day);
+        //: The age of an entry in days. Twelve letters have room.
+        return QCoreApplication::translate("RelativeDate", "%nd", "", days);
+    }
     return QLocale().toString(date.toLocalTime().date(), QLocale::ShortFormat);
 }

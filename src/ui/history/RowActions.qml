@@ -38,6 +38,7 @@ Item {
         textFormat: Text.PlainText
         color: Theme.destructive
         font.pixelSize: 11
+        horizontalAlignment: Text.AlignLeft
         maximumLineCount: 1
         elide: Text.ElideRight
 
@@ -54,6 +55,7 @@ Item {
         RowButton {
             symbol: actions.isPinned ? "pin.slash.fill" : "pin"
             symbolColor: Theme.secondaryText
+            //: Of an entry: pinned ones are kept, and stand first.
             toolTip: actions.isPinned ? qsTr("Unpin") : qsTr("Pin")
             cardScale: actions.cardScale
             onClicked: actions.pin()

@@ -41,9 +41,14 @@ RoundedBox {
     RoundedBox {
         id: tip
 
+        readonly property real centred: (button.width - width) / 2
+        /// As far as the card reaches: the last button is near its edge.
+        readonly property real leftmost: 2 - Theme.cardPadding - button.x
+        readonly property real rightmost: (button.parent?.width ?? 0) - button.x + Theme.cardPadding - 2 - width
+
         anchors.bottom: parent.top
         anchors.bottomMargin: 4
-        anchors.horizontalCenter: parent.horizontalCenter
+        x: Theme.isMirrored ? Math.max(centred, leftmost) : Math.min(centred, rightmost)
         width: Math.ceil(tipText.implicitWidth) + 12
         height: Math.ceil(tipText.implicitHeight) + 6
         visible: tip.opacity > 0

@@ -9,6 +9,7 @@ PopupMenu {
 
     required property ClipboardHistoryView view
 
+    //: The menu of one entry, to a screen reader.
     title: qsTr("Entry")
 
     function openFor(row: int, x: real, y: real) {
@@ -23,6 +24,7 @@ PopupMenu {
             {text: view.isPinned(row) ? qsTr("Unpin") : qsTr("Pin"), act: () => view.togglePin(row)},
             {
                 text: qsTr("Assign Category"),
+                //: No category.
                 entries: [{text: qsTr("None"), isChecked: false, act: () => view.assignCategory(row, -1)}]
                     .concat(categories)
             },

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 
+#include <QCoreApplication>
 #include <QUtf8StringView>
 
 #include <cctype>
@@ -191,7 +192,9 @@ QString oneLine(const QString &name)
 QString sizeText(qint64 bytes)
 {
     constexpr qint64 Kilobyte = 1024;
-    return QStringLiteral("%1 KB").arg(bytes / Kilobyte);
+    const int kilobytes = static_cast<int>(bytes / Kilobyte);
+    //: The size of an image in kilobytes.
+    return QCoreApplication::translate("RowText", "%n KB", "", kilobytes);
 }
 
 QString pixelSizeText(const QSize &size)

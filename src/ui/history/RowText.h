@@ -39,7 +39,7 @@ Path imageParts(QByteArrayView content);
 /// A name that somebody else has chosen, as one line.
 QString oneLine(const QString &name);
 
-/// "12 KB", rounded down.
+/// "12 KB" in the user's language, rounded down.
 QString sizeText(qint64 bytes);
 /// "1920×1080"; nothing for an invalid size.
 QString pixelSizeText(const QSize &size);

@@ -1,12 +1,13 @@
 import QtQuick
 import Larkspool.Style
 
-/// Shows at the right side of a view that has more content than room which part of it is in sight.
+/// Shows at the side where lines end of a view that has more content than room which part of it is in sight.
 Rectangle {
     required property Flickable view
 
     parent: view
-    x: view.width - width - 2
+    anchors.right: parent?.right
+    anchors.rightMargin: 2
     y: 4 + view.visibleArea.yPosition * (view.height - 8)
     width: 3
     height: Math.max(12, view.visibleArea.heightRatio * (view.height - 8))

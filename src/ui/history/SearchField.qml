@@ -83,6 +83,8 @@ Rectangle {
             text: field.placeholder
             color: Theme.tertiaryText
             font: input.font
+            horizontalAlignment: Text.AlignLeft
+            elide: Text.ElideRight
         }
     }
 }

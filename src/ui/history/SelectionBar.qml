@@ -31,7 +31,7 @@ Rectangle {
         anchors.left: sign.right
         anchors.leftMargin: 8
         anchors.verticalCenter: parent.verticalCenter
-        text: bar.count === 1 ? qsTr("1 item selected") : qsTr("%1 items selected").arg(bar.count)
+        text: qsTr("%n items selected", "", bar.count)
         color: Theme.primaryText
         font.pixelSize: 12
         font.weight: Font.DemiBold
@@ -41,6 +41,8 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
+        //: Keys and what they do, in one line beside the count; there is not much room. "toggle" adds an entry to
+        //: the selection or takes it out, "clear" ends the selection.
         text: qsTr("⇧↑↓ select  |  ⌘Click toggle  |  ↩ combine  |  Esc clear")
         color: Theme.secondaryText
         font.pixelSize: 9

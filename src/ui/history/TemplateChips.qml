@@ -40,6 +40,7 @@ Flickable {
         id: chips
 
         // The thumb is beside them.
+        x: Theme.isMirrored ? area.width - width : 0
         width: area.width - (area.interactive ? 8 : 0)
         spacing: 6
 

@@ -12,6 +12,7 @@ class TemplateListModel : public LiveQueryModel<PasteTemplate>
     QML_UNCREATABLE("made by the combine panel")
 
 public:
+    /// `Name` is the one that is shown.
     enum Role { Name = Qt::UserRole };
 
     /// The context must outlive it.

@@ -27,7 +27,7 @@ Item {
                 sourceSize.height: 100
 
                 Accessible.role: Accessible.Graphic
-                Accessible.name: qsTr("Larkspool")
+                Accessible.name: "Larkspool"
             }
 
             Symbol {
@@ -43,7 +43,7 @@ Item {
         Text {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: qsTr("Larkspool")
+            text: "Larkspool"
             color: Theme.primaryText
             font.pixelSize: 22
             font.weight: Font.Bold
@@ -55,6 +55,7 @@ Item {
         Text {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
+            //: %1 is a number such as 1.0.0.
             text: qsTr("Version %1").arg(Qt.application.version)
             color: Theme.secondaryText
             font.pixelSize: SettingsTheme.formText

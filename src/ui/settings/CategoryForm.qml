@@ -36,6 +36,10 @@ T.Popup {
     contentItem: Column { // qmllint disable deferred-property-id
         spacing: 14
 
+        // It lies over the window, not in the page.
+        LayoutMirroring.enabled: Theme.isMirrored
+        LayoutMirroring.childrenInherit: true
+
         Accessible.role: Accessible.Dialog
         Accessible.name: form.title
 
@@ -44,6 +48,8 @@ T.Popup {
         Keys.onEnterPressed: form.manager.saveForm()
 
         Text {
+            width: parent.width
+            horizontalAlignment: Text.AlignLeft
             text: form.title
             color: Theme.primaryText
             font.pixelSize: 15
@@ -62,6 +68,7 @@ T.Popup {
 
                 height: name.height
                 verticalAlignment: Text.AlignVCenter
+                //: The label of the field for the name of a category.
                 label: qsTr("Name")
             }
 
@@ -70,6 +77,7 @@ T.Popup {
 
                 width: parent.width - nameLabel.width - parent.spacing
                 text: form.manager.newName
+                //: In an empty field in which the name is typed.
                 placeholderText: qsTr("Category name")
                 onTextEdited: form.manager.newName = text
 
@@ -78,6 +86,7 @@ T.Popup {
         }
 
         SwatchRow {
+            anchors.left: parent.left
             side: SettingsTheme.paletteCircle
             spacing: 5
             colors: form.manager.palette

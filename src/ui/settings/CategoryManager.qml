@@ -89,7 +89,7 @@ Item {
         anchors.leftMargin: SettingsTheme.margin - 6
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 16
-        width: implicitContentWidth + 12
+        width: implicitContentWidth
         height: SettingsTheme.controlHeight
         focusPolicy: Qt.StrongFocus
         text: qsTr("Add &new category")
@@ -102,6 +102,7 @@ Item {
 
         contentItem: Row {
             leftPadding: 6
+            rightPadding: 6
             spacing: 7
 
             Symbol {

@@ -1,13 +1,45 @@
 #include "ui/settings/CategoryManagerView.h"
 
 #include "store/CategoryColors.h"
+#include "ui/language/DisplayName.h"
 
+#include <QCoreApplication>
 #include <QRandomGenerator>
 
 namespace
 {
 
 const QString TagIcon = QStringLiteral("tag.fill");
+
+constexpr auto ColorContext = "CategoryColor";
+
+// For the translator's list; the names themselves are the palette's own.
+[[maybe_unused]] constexpr const char *TranslatedColors[] = {
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Blue"),
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Green"),
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Orange"),
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Purple"),
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Red"),
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Pink"),
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Teal"),
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Yellow"),
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Indigo"),
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Brown"),
+    //: The name of a colour for a category.
+    QT_TRANSLATE_NOOP("CategoryColor", "Mint"),
+    //: The name of a colour for a category: a bluish grey.
+    QT_TRANSLATE_NOOP("CategoryColor", "Steel"),
+};
 
 QString firstColor()
 {
@@ -38,9 +70,10 @@ CategoryManagerView::~CategoryManagerView() = default;
 QVariantList CategoryManagerView::palette() const
 {
     QVariantList colors;
-    for (const CategoryColors::Entry &entry : CategoryColors::palette())
-        colors.append(
-            QVariantMap{{QStringLiteral("value"), entry.hex}, {QStringLiteral("text"), entry.name}});
+    for (const CategoryColors::Entry &entry : CategoryColors::palette()) {
+        const QString name = QCoreApplication::translate(ColorContext, entry.name.toUtf8().constData());
+        colors.append(QVariantMap{{QStringLiteral("value"), entry.hex}, {QStringLiteral("text"), name}});
+    }
     return colors;
 }
 
@@ -70,7 +103,7 @@ void CategoryManagerView::edit(int row)
     const auto category = m_categories.record(row);
     if (!category)
         return;
-    m_newName = category->name();
+    m_newName = displayName(*category);
     m_newColorHex = category->colorHex();
     m_newIcon = category->icon();
     m_editingCategory = category;
@@ -105,7 +138,7 @@ void CategoryManagerView::saveNewCategory()
 
 void CategoryManagerView::saveEditedCategory()
 {
-    m_editingCategory->setName(m_newName);
+    m_editingCategory->setName(storedName(*m_editingCategory, m_newName));
     m_editingCategory->setColorHex(m_newColorHex);
     m_editingCategory->setIcon(m_newIcon);
     save();

@@ -17,6 +17,11 @@ Item {
     required property CategoryManagerView manager
     required property int count
 
+    readonly property real widestName: {
+        const before = SettingsTheme.groupPadding + sign.width + 10
+        const behind = (badge.visible ? badge.width + 16 : 8) + buttons.width + 8
+        return width - before - behind
+    }
     readonly property bool hasKeyboard: up.activeFocus || down.activeFocus || edit.activeFocus || remove.activeFocus
 
     signal tipRequested(button: T.AbstractButton, text: string)
@@ -47,12 +52,14 @@ Item {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: row.name
+    //: Of a category: one of those that the program has made.
     Accessible.description: row.isDefault ? qsTr("Default") : ""
 
     Rectangle {
         id: sign
 
-        x: SettingsTheme.groupPadding
+        anchors.left: parent.left
+        anchors.leftMargin: SettingsTheme.groupPadding
         anchors.verticalCenter: parent.verticalCenter
         width: 26
         height: 26
@@ -73,7 +80,8 @@ Item {
         anchors.left: sign.right
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, buttons.x - x - (badge.visible ? badge.width + 16 : 8))
+        width: Math.min(implicitWidth, row.widestName)
+        horizontalAlignment: Text.AlignLeft
         // In one line, whatever the name holds.
         text: row.name.replace(/[\u0000-\u001f\u007f-\u009f\u2028\u2029]+/g, " ")
         textFormat: Text.PlainText
@@ -101,6 +109,7 @@ Item {
             id: badgeText
 
             anchors.centerIn: parent
+            //: Of a category: one of those that the program has made.
             text: qsTr("Default")
             color: Theme.secondaryText
             font.pixelSize: 10

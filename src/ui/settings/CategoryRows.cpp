@@ -1,5 +1,6 @@
 #include "ui/settings/CategoryRows.h"
 
+#include "ui/language/DisplayName.h"
 #include "ui/style/DisplayColor.h"
 
 CategoryRows::CategoryRows(ModelContext &context)
@@ -15,7 +16,7 @@ QVariant CategoryRows::data(const QModelIndex &index, int role) const
     switch (role) {
     case Name:
     case Qt::DisplayRole:
-        return category->name();
+        return displayName(*category);
     case CategoryColor:
         return displayColor(category->color());
     case Icon:

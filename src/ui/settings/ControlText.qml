@@ -11,6 +11,7 @@ Text {
     color: Theme.primaryText
     font.pixelSize: SettingsTheme.formText
     elide: Text.ElideRight
+    horizontalAlignment: Text.AlignLeft
 
     // The control has the name already.
     Accessible.ignored: true

@@ -15,11 +15,15 @@ Column {
 
     Text {
         visible: group.title !== ""
+        width: group.width
         leftPadding: SettingsTheme.groupPadding
+        rightPadding: SettingsTheme.groupPadding
         text: group.title
         color: Theme.secondaryText
         font.pixelSize: SettingsTheme.formText
         font.weight: Font.DemiBold
+        horizontalAlignment: Text.AlignLeft
+        wrapMode: Text.Wrap
 
         Accessible.role: Accessible.Heading
         Accessible.name: text
@@ -49,6 +53,7 @@ Column {
         text: group.help
         color: Theme.secondaryText
         font.pixelSize: SettingsTheme.helpText
+        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.Wrap
 
         Accessible.role: Accessible.StaticText

@@ -18,6 +18,12 @@ Item {
     width: parent ? parent.width : 0
     height: SettingsTheme.formRow
 
+    FontMetrics {
+        id: metrics
+
+        font.pixelSize: SettingsTheme.formText
+    }
+
     ControlText {
         anchors.left: parent.left
         anchors.right: box.left
@@ -29,9 +35,14 @@ Item {
     T.ComboBox {
         id: box
 
+        readonly property real widestChoice: {
+            const widths = picker.choices.map(choice => metrics.advanceWidth(choice.text))
+            return Math.max(...widths)
+        }
+
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        width: 132
+        width: Math.max(132, Math.ceil(widestChoice) + 34)
         height: SettingsTheme.controlHeight
         focusPolicy: Qt.StrongFocus
         model: picker.choices
@@ -43,14 +54,14 @@ Item {
         onActivated: index => picker.chosen(picker.choices[index].value)
 
         contentItem: ControlText {
-            leftPadding: 10
-            rightPadding: 24
+            leftPadding: box.mirrored ? 24 : 10
+            rightPadding: box.mirrored ? 10 : 24
             verticalAlignment: Text.AlignVCenter
             label: box.displayText
         }
 
         indicator: Symbol {
-            x: box.width - width - 8
+            x: box.mirrored ? 8 : box.width - width - 8
             y: (box.height - height) / 2
             name: "chevron.down"
             size: 11
@@ -82,6 +93,7 @@ Item {
 
             contentItem: ControlText {
                 leftPadding: 8
+                rightPadding: 8
                 verticalAlignment: Text.AlignVCenter
                 label: entry.modelData.text
                 color: entry.highlighted ? SettingsTheme.accentText : Theme.primaryText
@@ -106,6 +118,10 @@ Item {
                 model: box.popup.visible ? box.delegateModel : null // qmllint disable type
                 currentIndex: box.highlightedIndex
                 interactive: false
+
+                // It lies over the window, not in the page.
+                LayoutMirroring.enabled: Theme.isMirrored
+                LayoutMirroring.childrenInherit: true
             }
 
             background: Rectangle {

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Larkspool.Settings
+import Larkspool.Style
 
 /// The content of the settings window: a bar of tabs, and the page of the one that is chosen.
 FocusScope {
@@ -12,7 +13,11 @@ FocusScope {
 
     focus: true
 
+    LayoutMirroring.enabled: Theme.isMirrored
+    LayoutMirroring.childrenInherit: true
+
     Accessible.role: Accessible.Pane
+    //: The content of the window, to a screen reader.
     Accessible.name: qsTr("Larkspool Settings")
 
     Keys.onPressed: event => {

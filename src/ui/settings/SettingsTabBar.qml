@@ -30,7 +30,8 @@ T.TabBar {
         currentIndex: bar.currentIndex
         orientation: ListView.Horizontal
         interactive: false
-        leftMargin: Math.round((width - contentWidth) / 2)
+        leftMargin: Theme.isMirrored ? 0 : Math.round((width - contentWidth) / 2)
+        rightMargin: Theme.isMirrored ? Math.round((width - contentWidth) / 2) : 0
         spacing: 4
     }
 
@@ -83,8 +84,8 @@ T.TabBar {
             Accessible.name: text.replace("&", "")
 
             onClicked: bar.setCurrentIndex(tab.index)
-            Keys.onLeftPressed: bar.step(-1)
-            Keys.onRightPressed: bar.step(1)
+            Keys.onLeftPressed: bar.step(Theme.isMirrored ? 1 : -1)
+            Keys.onRightPressed: bar.step(Theme.isMirrored ? -1 : 1)
 
             // Tabs do not move when another one is chosen.
             TextMetrics {

@@ -114,12 +114,17 @@ QVariantList SettingsView::maxHistoryChoices() const
 {
     return {choice(100, QStringLiteral("100")), choice(250, QStringLiteral("250")),
         choice(500, QStringLiteral("500")), choice(1000, QStringLiteral("1000")),
+        //: As many entries as there are.
         choice(10000, tr("Unlimited"))};
 }
 
 QVariantList SettingsView::categorySearchChoices() const
 {
-    return {choice(QStringLiteral("tab"), tr("Tab")), choice(QStringLiteral("slash"), tr("/ (Slash)"))};
+    //: The name of the key.
+    const QString tab = tr("Tab");
+    //: A key by the character that it types, and what that is called.
+    const QString slash = tr("/ (Slash)");
+    return {choice(QStringLiteral("tab"), tab), choice(QStringLiteral("slash"), slash)};
 }
 
 void SettingsView::clearAllHistory()

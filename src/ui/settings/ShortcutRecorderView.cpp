@@ -1,10 +1,32 @@
 #include "ui/settings/ShortcutRecorderView.h"
 
+#include <QCoreApplication>
+
 namespace
 {
 
 constexpr quint16 EscapeCode = 53;
 constexpr quint32 AnyModifier = CommandKey | ShiftKey | OptionKey | ControlKey;
+
+constexpr auto KeyContext = "KeyName";
+
+// For the translator's list; the other keys' names are letters, digits and symbols.
+//: The name of the key that types a blank.
+[[maybe_unused]] constexpr const char *TranslatedKey = QT_TRANSLATE_NOOP("KeyName", "Space");
+
+/// The combination with its key in the user's language, to be read from left to right in every language.
+QString shown(const KeyCombo &combo)
+{
+    QString text = combo.displayString();
+    if (const auto key = KeyCombo::keyCodeToString(combo.keyCode)) {
+        text.chop(key->size());
+        text += QCoreApplication::translate(KeyContext, key->toUtf8().constData());
+    }
+    constexpr QChar LeftToRightMark(0x200E);
+    if (text.isRightToLeft())
+        text.prepend(LeftToRightMark);
+    return text;
+}
 
 } // namespace
 
@@ -22,7 +44,8 @@ ShortcutRecorderView::~ShortcutRecorderView()
 
 QString ShortcutRecorderView::displayString() const
 {
-    return isRecording() ? tr("Press keys...") : m_currentCombo.displayString();
+    //: On a button, while it waits for a key combination.
+    return isRecording() ? tr("Press keys...") : shown(m_currentCombo);
 }
 
 void ShortcutRecorderView::loadCombo()

@@ -14,6 +14,7 @@ Item {
 
         FormGroup {
             Picker {
+                //: How many entries are kept at most; a number is chosen beside it.
                 label: qsTr("Max history items")
                 choices: page.view.maxHistoryChoices
                 value: page.view.maxHistoryCount
@@ -27,6 +28,7 @@ Item {
                 height: SettingsTheme.formRow + 6
 
                 PushButton {
+                    anchors.left: parent.left
                     anchors.verticalCenter: parent.verticalCenter
                     label: qsTr("Clear All &History")
                     isDestructive: true

@@ -41,8 +41,8 @@ Row {
             text: modelData.text
 
             onClicked: row.chosen(modelData.value)
-            Keys.onLeftPressed: circle.choose(index - 1)
-            Keys.onRightPressed: circle.choose(index + 1)
+            Keys.onLeftPressed: circle.choose(index + (Theme.isMirrored ? 1 : -1))
+            Keys.onRightPressed: circle.choose(index + (Theme.isMirrored ? -1 : 1))
 
             function choose(other: int) {
                 const next = circles.itemAt(other)

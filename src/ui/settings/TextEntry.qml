@@ -27,6 +27,7 @@ T.TextField {
         color: field.placeholderTextColor
         font: field.font
         elide: Text.ElideRight
+        horizontalAlignment: Text.AlignLeft
 
         Accessible.ignored: true
     }

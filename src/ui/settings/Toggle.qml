@@ -26,7 +26,8 @@ T.Switch {
     }
 
     contentItem: ControlText {
-        rightPadding: control.indicator.width + 12
+        leftPadding: control.mirrored ? control.indicator.width + 12 : 0
+        rightPadding: control.mirrored ? 0 : control.indicator.width + 12
         verticalAlignment: Text.AlignVCenter
         label: control.label
         elide: Text.ElideNone
@@ -42,7 +43,7 @@ T.Switch {
         color: control.checked ? SettingsTheme.accent : SettingsTheme.switchTrack
 
         Rectangle {
-            x: control.checked ? parent.width - width - 2 : 2
+            x: control.checked === control.mirrored ? 2 : parent.width - width - 2
             y: 2
             width: 16
             height: 16

@@ -15,6 +15,7 @@ Image {
     // The picture has whole device pixels, the item not at every scale: each pixel is shown as one pixel, from
     // the corner on, rather than stretched a little.
     fillMode: Image.Pad
-    horizontalAlignment: Image.AlignLeft
+    // The left one in every layout: a layout that is mirrored mirrors the alignment.
+    horizontalAlignment: Theme.isMirrored ? Image.AlignRight : Image.AlignLeft
     verticalAlignment: Image.AlignTop
 }

@@ -9,6 +9,8 @@ QtObject {
     readonly property SystemPalette palette: SystemPalette {}
     /// The program says what the desktop wants.
     property bool isDark: palette.window.hslLightness < 0.5
+    /// Whether the layout runs from right to left, which the language says.
+    readonly property bool isMirrored: Application.layoutDirection === Qt.RightToLeft
     /// Whether things move; they change at once when not.
     property bool animated: true
 

@@ -133,7 +133,7 @@ class Session:
         env = {
             key: value
             for key, value in os.environ.items()
-            if not key.startswith(("XDG_", "QT_", "QML", "GTK_", "DBUS_", "WAYLAND_", "LC_"))
+            if not key.startswith(("XDG_", "QT_", "QML", "GTK_", "DBUS_", "WAYLAND_", "LC_", "LANGUAGE"))
         }
         env["HOME"] = str(self.home)
         for name, folder in (
