@@ -7,11 +7,12 @@ function(larkspool_library name)
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
 endfunction()
 
-# Warnings are errors unless a package is made, Qt is strict, sanitizers as chosen by the preset; none with UNSANITIZED, for programs that only
-# stand beside what is tested.
+# Warnings are errors unless a package is made, Qt is strict, sanitizers as chosen by the preset; none with UNSANITIZED,
+# for programs that only stand beside what is tested.
 function(larkspool_target name)
     target_compile_options(${name} PRIVATE
-        -Wall -Wextra -Wpedantic $<$<BOOL:${LARKSPOOL_WARNINGS_AS_ERRORS}>:-Werror> -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+        $<$<BOOL:${LARKSPOOL_WARNINGS_AS_ERRORS}>:-Werror>
+        -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
         -Wcast-qual -Wformat=2 -Wimplicit-fallthrough)
     target_compile_definitions(${name} PRIVATE
         QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING

@@ -15,9 +15,9 @@
 #include "ui/style/Symbols.h"
 #include "ui/style/ThemeDriver.h"
 
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QQmlComponent>
-#include <QCoreApplication>
 #include <QQmlEngine>
 #include <QQuickItem>
 
@@ -187,7 +187,7 @@ QQmlEngine &AppDelegate::engine()
     if (!m_engine) {
         m_engine = std::make_unique<QQmlEngine>();
         // What the panel's Qt.quit() comes to; nobody else listens.
-        QObject::connect(m_engine.get(), &QQmlEngine::quit, &QCoreApplication::quit);
+        QObject::connect(m_engine.get(), &QQmlEngine::quit, qApp, &QCoreApplication::quit);
         registerHistoryModule();
         registerSettingsModule();
         m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));

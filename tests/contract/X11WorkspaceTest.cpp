@@ -95,14 +95,34 @@ TEST_F(X11WorkspaceTest, TakesTwoSandboxesProgramsWithOneProcessNumberForTwo)
     WindowManager windowManager;
     ASSERT_TRUE(windowManager.isRunning());
     auto alpha = std::make_unique<TestProgram>("alpha", "Alpha", Process);
+    TestProgram beta("beta", "Beta", Process);
     alpha->show(TestProgram::Focus::Awaits);
     ASSERT_TRUE(becomesFrontmost("Alpha"));
     const auto application = frontmost();
     alpha.reset();
-    TestProgram beta("beta", "Beta", Process);
     beta.show(TestProgram::Focus::Awaits);
     ASSERT_TRUE(becomesFrontmost("Beta"));
     EXPECT_FALSE(application->isActive());
+}
+
+TEST_F(X11WorkspaceTest, KnowsAProgramWhoseWindowsHaveSeveralClasses)
+{
+    WindowManager windowManager;
+    ASSERT_TRUE(windowManager.isRunning());
+    TestProgram alpha("alpha", "Alpha", Process);
+    const xcb_window_t remembered = alpha.show(TestProgram::Focus::Awaits);
+    ASSERT_TRUE(becomesFrontmost("Alpha"));
+    const auto application = frontmost();
+    alpha.setClass("alpha-table", "AlphaTable");
+    alpha.show(TestProgram::Focus::Awaits);
+    ASSERT_TRUE(becomesFrontmost("AlphaTable"));
+    EXPECT_TRUE(application->isActive());
+    alpha.close(remembered);
+    TestProgram beta("beta", "Beta", Process + 1);
+    beta.show(TestProgram::Focus::Awaits);
+    ASSERT_TRUE(becomesFrontmost("Beta"));
+    application->activate();
+    EXPECT_TRUE(becomesFrontmost("AlphaTable"));
 }
 
 TEST_F(X11WorkspaceTest, KnowsAProgramWithoutProcessByItsClass)

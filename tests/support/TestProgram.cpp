@@ -18,6 +18,11 @@ TestProgram::TestProgram(const QByteArray &instance, const QByteArray &className
 
 TestProgram::~TestProgram() = default;
 
+void TestProgram::setClass(const QByteArray &instance, const QByteArray &className)
+{
+    m_class = instance + '\0' + className + '\0';
+}
+
 xcb_window_t TestProgram::show(Focus focus, std::chrono::milliseconds deadline)
 {
     xcb_connection_t *const connection = m_connection->get();

@@ -14,6 +14,9 @@ public:
     TestProgram(const QByteArray &instance, const QByteArray &className, qint64 processIdentifier = -1);
     ~TestProgram();
 
+    /// WM_CLASS of the windows to come.
+    void setClass(const QByteArray &instance, const QByteArray &className);
+
     enum class Focus { Awaits, Takes };
     /// Maps a window and waits until it has the keyboard focus; with `Focus::Takes` it takes it, as is needed
     /// without a window manager.

@@ -130,7 +130,8 @@ Result<QByteArray> started(const QByteArray &existing, const QString &programPat
     if (!exec)
         return exec.error();
     const Lines wanted{{Type, Application}, {"Version", "1.4"}, {Name, NameValue},
-        {"Comment", "Remembers what you copy"}, {Exec, exec.value()},
+        {"Comment", "Remembers what you copy"}, {"Comment[de]", "Merkt sich, was kopiert wird"},
+        {Exec, exec.value()},
         // A desktop passes over an entry whose program has been removed.
         {"TryExec", escaped(programPath.toUtf8())}, {"Icon", "org.larkspool.Larkspool"}, {"Terminal", False},
         {"StartupNotify", False},

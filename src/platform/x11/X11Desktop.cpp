@@ -174,7 +174,8 @@ std::optional<X11Window> X11Desktop::describe(xcb_window_t window)
     if (!windowClass)
         return std::nullopt;
 
-    X11Window described{window, {}};
+    const uint32_t ownPart = xcb_get_setup(connection)->resource_id_mask;
+    X11Window described{window, window & ~ownPart, {}};
     WindowIdentity &identity = described.identity;
     const QByteArrayList names = bytesOf(windowClass).split('\0');
     identity.instance = QString::fromUtf8(names.value(0));
@@ -247,10 +248,10 @@ bool X11Desktop::isSameProgram(const X11Window &one, const X11Window &other)
         return false;
     if (a.className.isEmpty() && b.className.isEmpty())
         return haveNumbers || one.id == other.id;
-    // A program may name its class only once it is in front.
-    if (haveNumbers && (a.className.isEmpty() || b.className.isEmpty()))
+    // Each sandbox counts its processes anew, so the number alone does not tell two programs apart. One
+    // program may have windows of several classes, and may name a class only once it is in front.
+    if (haveNumbers && (one.client == other.client || a.className.isEmpty() || b.className.isEmpty()))
         return true;
-    // Each sandbox counts its processes anew, so the number alone does not tell two programs apart.
     return a.className == b.className;
 }
 

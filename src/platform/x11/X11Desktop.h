@@ -13,6 +13,7 @@
 /// A top-level window and what it says about its program.
 struct X11Window {
     xcb_window_t id = XCB_WINDOW_NONE;
+    uint32_t client = 0; ///< what the numbers of all things of its connection to the server begin with
     WindowIdentity identity;
 };
 
@@ -56,9 +57,9 @@ public:
         return m_entries.entryOf(window.identity);
     }
 
-    /// Whether both belong to one program: of one process where it is known of both, and of one class; with
-    /// neither only when they are the same window. The number of a window alone says little: the server gives
-    /// it again.
+    /// Whether both belong to one program: by process where it is known of both, and then by connection or
+    /// class too; else by class; with neither only when they are the same window. The number of a window
+    /// alone says little: the server gives it again.
     static bool isSameProgram(const X11Window &one, const X11Window &other);
 
 private:

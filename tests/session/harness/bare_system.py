@@ -1,11 +1,11 @@
 """A Debian of the tests' own: what every Debian has, and what is then installed on it, in memory."""
 
 import contextlib
-import ctypes
 import os
 import pathlib
 import signal
 import subprocess
+import sys
 import tempfile
 
 from .waiting import missing, need, wait_until
@@ -15,7 +15,6 @@ USER_NUMBER = 1000
 NUMBERS = {"root": 0, USER: USER_NUMBER}
 PATH = "/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin"
 SIZE = "6g"
-_CLONE_NEWNS = 0x00020000
 
 
 def sources():
@@ -38,16 +37,22 @@ def codename():
     raise AssertionError("/etc/os-release names no Debian")
 
 
-def hide_mounts():
-    """From now on nobody but this process and what it starts sees what it mounts, and all of it goes with them."""
-    libc = ctypes.CDLL(None, use_errno=True)
-    if libc.unshare(_CLONE_NEWNS) != 0:
-        missing(f"no mounts of one's own here: {os.strerror(ctypes.get_errno())}")
-    subprocess.run(["mount", "--make-rprivate", "/"], check=True)
+def have_own_world():
+    """Starts the calling program anew where nobody but it and what it starts sees what it mounts, and where all of it
+    goes with it: whatever ends the program, the kernel ends the rest. Does nothing where that is done, or refused.
+    """
+    new_world = ["unshare", "--mount", "--propagation", "private", "--pid", "--fork", "--kill-child", "--mount-proc"]
+    if is_own_world() or subprocess.run([*new_world, "true"], stderr=subprocess.DEVNULL).returncode != 0:
+        return
+    os.execvp(new_world[0], [*new_world, sys.executable, *sys.argv])
+
+
+def is_own_world():
+    return os.getpid() == 1
 
 
 class BareSystem:
-    """A fresh Debian in a folder that only its own programs and the test see; gone when the block or the test ends.
+    """A fresh Debian in a folder, for a program that has a world of its own; gone when the block or the program ends.
 
     `packages` come with the base. `user` has a home as an installation gives it.
     """
@@ -57,10 +62,9 @@ class BareSystem:
         self.root = None
 
     def __enter__(self):
-        need("debootstrap", "chroot", "mount")
-        if os.geteuid() != 0:
-            missing("not root, who alone can make a system")
-        hide_mounts()
+        need("debootstrap", "chroot", "mount", "unshare")
+        if not is_own_world():
+            missing("not root, or not allowed to make namespaces: a system can be made by nobody else")
         self.root = pathlib.Path(tempfile.mkdtemp(prefix="larkspool-system."))
         try:
             self._mount("tmpfs", "", "mode=755,size=" + SIZE)
@@ -72,7 +76,8 @@ class BareSystem:
 
     def __exit__(self, *_):
         self.end_programs_of()
-        subprocess.run(["umount", "--recursive", "--lazy", self.root], check=True)
+        if self.root.is_mount():
+            subprocess.run(["umount", "--recursive", "--lazy", self.root], check=True)
         self.root.rmdir()
 
     def _mount(self, kind, name, options="defaults"):
