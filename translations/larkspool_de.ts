@@ -6,11 +6,11 @@
     <message>
         <source>Version %1</source>
         <extracomment>%1 is a number such as 1.0.0.</extracomment>
-        <translation>Version %1</translation>
+        <translation>Version&#xa0;%1</translation>
     </message>
     <message>
         <source>A modern clipboard history manager for macOS</source>
-        <translation>Ein moderner Verlauf der Zwischenablage für macOS</translation>
+        <translation>Eine moderne Verwaltung für den Verlauf der Zwischenablage unter macOS</translation>
     </message>
     <message>
         <source>&amp;Website</source>
@@ -26,7 +26,7 @@
     <message>
         <source>Larkspool remembers what you copy from your login on.</source>
         <extracomment>Why it is to be started at login; the desktop says it when it asks the user.</extracomment>
-        <translation>Larkspool merkt sich von der Anmeldung an, was kopiert wird.</translation>
+        <translation>Larkspool merkt sich ab der Anmeldung, was kopiert wird.</translation>
     </message>
 </context>
 <context>
@@ -34,7 +34,7 @@
     <message>
         <source>← → navigate  |  Esc clear</source>
         <extracomment>Keys and what they do, in one line at the end of the categories; there is not much room. &quot;clear&quot; lets go of the category that is chosen.</extracomment>
-        <translation>← → wechseln  |  Esc aufheben</translation>
+        <translation>← → wechseln  |  Esc zurücksetzen</translation>
     </message>
 </context>
 <context>
@@ -137,11 +137,11 @@
     </message>
     <message>
         <source>Add &amp;new category</source>
-        <translation>&amp;Neue Kategorie hinzufügen</translation>
+        <translation>&amp;Neue Kategorie</translation>
     </message>
     <message>
         <source>&amp;Restore Defaults</source>
-        <translation>Standard &amp;wiederherstellen</translation>
+        <translation>Standardkategorien &amp;wiederherstellen</translation>
     </message>
     <message>
         <source>Edit Category</source>
@@ -189,11 +189,11 @@
     </message>
     <message>
         <source>Move Up</source>
-        <translation>Nach oben</translation>
+        <translation>Nach oben verschieben</translation>
     </message>
     <message>
         <source>Move Down</source>
-        <translation>Nach unten</translation>
+        <translation>Nach unten verschieben</translation>
     </message>
     <message>
         <source>Edit</source>
@@ -209,7 +209,7 @@
     <message>
         <source>Filter...</source>
         <extracomment>In an empty field in which the name of a category is typed.</extracomment>
-        <translation>Filtern …</translation>
+        <translation>Filtern&#xa0;…</translation>
     </message>
     <message>
         <source>Categories</source>
@@ -229,7 +229,7 @@
     </message>
     <message>
         <source>Settings...</source>
-        <translation>Einstellungen …</translation>
+        <translation>Einstellungen&#xa0;…</translation>
     </message>
     <message>
         <source>Clear All History</source>
@@ -263,7 +263,7 @@
     <message>
         <source>← → templates  |  ↩ Paste  |  Esc Cancel</source>
         <extracomment>Keys and what they do, in one line beside the title; there is not much room.</extracomment>
-        <translation>← → Vorlagen  |  ↩ Einfügen  |  Esc Abbrechen</translation>
+        <translation>← → Vorlagen  |  ↩ einfügen  |  Esc abbrechen</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -294,7 +294,7 @@
     </message>
     <message>
         <source>Copy something to get started</source>
-        <translation>Zum Loslegen etwas kopieren</translation>
+        <translation>Etwas kopieren, um loszulegen</translation>
     </message>
     <message>
         <source>Welcome to Larkspool!</source>
@@ -347,6 +347,14 @@
         <source>richText</source>
         <extracomment>The kind of an entry, on its card in capitals, where ten letters have room: text with fonts and colours.</extracomment>
         <translation>Rich-Text</translation>
+    </message>
+</context>
+<context>
+    <name>FakeInputPoster</name>
+    <message>
+        <source>Pastes the entry that you pick</source>
+        <extracomment>Why it is to send keys to other programs; the desktop may say it when it asks the user.</extracomment>
+        <translation>Fügt den ausgewählten Eintrag ein</translation>
     </message>
 </context>
 <context>
@@ -406,7 +414,7 @@
     <message>
         <source>↩ Save  |  ⇧↩ New line  |  Esc Cancel</source>
         <extracomment>Keys and what they do, in one line beside the title; there is not much room.</extracomment>
-        <translation>↩ Speichern  |  ⇧↩ Neue Zeile  |  Esc Abbrechen</translation>
+        <translation>↩ speichern  |  ⇧↩ neue Zeile  |  Esc abbrechen</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -426,7 +434,7 @@
     <message>
         <source>Search...</source>
         <extracomment>In an empty field in which a search text is typed.</extracomment>
-        <translation>Suchen …</translation>
+        <translation>Suchen&#xa0;…</translation>
     </message>
 </context>
 <context>
@@ -499,24 +507,24 @@
         <source>%nm</source>
         <extracomment>The age of an entry in minutes. Twelve letters have room.</extracomment>
         <translation>
-            <numerusform>%n Min.</numerusform>
-            <numerusform>%n Min.</numerusform>
+            <numerusform>%n&#xa0;Min.</numerusform>
+            <numerusform>%n&#xa0;Min.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%nh</source>
         <extracomment>The age of an entry in hours. Twelve letters have room.</extracomment>
         <translation>
-            <numerusform>%n Std.</numerusform>
-            <numerusform>%n Std.</numerusform>
+            <numerusform>%n&#xa0;Std.</numerusform>
+            <numerusform>%n&#xa0;Std.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
         <source>%nd</source>
         <extracomment>The age of an entry in days. Twelve letters have room.</extracomment>
         <translation>
-            <numerusform>%n Tag</numerusform>
-            <numerusform>%n Tage</numerusform>
+            <numerusform>%n&#xa0;Tag</numerusform>
+            <numerusform>%n&#xa0;Tage</numerusform>
         </translation>
     </message>
 </context>
@@ -549,7 +557,7 @@
     </message>
     <message>
         <source>Unpin</source>
-        <translation>Lösen</translation>
+        <translation>Nicht mehr anheften</translation>
     </message>
     <message>
         <source>Pin</source>
@@ -575,8 +583,8 @@
         <source>%n KB</source>
         <extracomment>The size of an image in kilobytes.</extracomment>
         <translation>
-            <numerusform>%n KB</numerusform>
-            <numerusform>%n KB</numerusform>
+            <numerusform>%n&#xa0;KB</numerusform>
+            <numerusform>%n&#xa0;KB</numerusform>
         </translation>
     </message>
 </context>
@@ -592,7 +600,7 @@
     <message>
         <source>⇧↑↓ select  |  ⌘Click toggle  |  ↩ combine  |  Esc clear</source>
         <extracomment>Keys and what they do, in one line beside the count; there is not much room. &quot;toggle&quot; adds an entry to the selection or takes it out, &quot;clear&quot; ends the selection.</extracomment>
-        <translation>⇧↑↓ auswählen  |  ⌘Klick umschalten  |  ↩ kombinieren  |  Esc aufheben</translation>
+        <translation>⇧↑↓ auswählen  |  ⌘Klick an-/abwählen  |  ↩ kombinieren  |  Esc Auswahl aufheben</translation>
     </message>
 </context>
 <context>
@@ -600,7 +608,7 @@
     <message>
         <source>Larkspool Settings</source>
         <extracomment>The content of the window, to a screen reader.</extracomment>
-        <translation>Larkspool – Einstellungen</translation>
+        <translation>Larkspool-Einstellungen</translation>
     </message>
 </context>
 <context>
@@ -685,7 +693,7 @@
     <message>
         <source>Larkspool Settings</source>
         <extracomment>The title of a window.</extracomment>
-        <translation>Larkspool – Einstellungen</translation>
+        <translation>Larkspool-Einstellungen</translation>
     </message>
 </context>
 <context>
@@ -700,7 +708,7 @@
     <message>
         <source>Press keys...</source>
         <extracomment>On a button, while it waits for a key combination.</extracomment>
-        <translation>Tasten drücken …</translation>
+        <translation>Tasten drücken&#xa0;…</translation>
     </message>
 </context>
 <context>
@@ -711,15 +719,15 @@
     </message>
     <message>
         <source>Press the key combination to open Larkspool from anywhere.</source>
-        <translation>Diese Tastenkombination öffnet Larkspool aus jeder Anwendung.</translation>
+        <translation>Diese Tastenkombination öffnet Larkspool aus jeder Anwendung heraus.</translation>
     </message>
     <message>
         <source>In-App Shortcuts</source>
-        <translation>Tastenkürzel im Programm</translation>
+        <translation>Tastenkürzel in der Anwendung</translation>
     </message>
     <message>
         <source>Opens the category filter search when Larkspool is open.</source>
-        <translation>Öffnet bei geöffnetem Larkspool die Suche nach einer Kategorie.</translation>
+        <translation>Öffnet die Kategoriesuche, wenn Larkspool geöffnet ist.</translation>
     </message>
     <message>
         <source>Category search</source>
@@ -783,7 +791,7 @@
     <message>
         <source>Numbered</source>
         <extracomment>A way of combining entries: as a list, a number before each.</extracomment>
-        <translation>Nummeriert</translation>
+        <translation>Nummerierung</translation>
     </message>
     <message>
         <source>SQL IN</source>

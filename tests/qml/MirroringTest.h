@@ -3,6 +3,8 @@
 #include "PictureScene.h"
 #include "PictureTest.h"
 
+#include <algorithm>
+
 /// A scene in one of its states, once from left to right and once from right to left.
 template<class Scene>
 class MirroringTest : public ::testing::TestWithParam<PictureState<Scene>>
@@ -19,13 +21,11 @@ protected:
         for (size_t i = 0; i < straight.drawn.size(); ++i) {
             const auto &[what, place] = straight.drawn[i];
             const QRectF &found = mirrored.drawn[i].place;
-            // The sign of a submenu points the other way.
-            if (what != QStringLiteral("QQuickText ›")) {
-                EXPECT_EQ(mirrored.drawn[i].what, what);
-            }
+            EXPECT_EQ(mirrored.drawn[i].what, pointingTheOtherWay(what)) << describe(what, place);
             EXPECT_NEAR(found.left(), straight.width - place.right(), Tolerance) << describe(what, place);
             EXPECT_NEAR(found.right(), straight.width - place.left(), Tolerance) << describe(what, place);
             EXPECT_NEAR(found.top(), place.top(), Tolerance) << describe(what, place);
+            EXPECT_NEAR(found.bottom(), place.bottom(), Tolerance) << describe(what, place);
         }
     }
 
@@ -61,6 +61,12 @@ private:
     };
 
     Seen seen(Qt::LayoutDirection direction) const { return Shown().drawnIn(this->GetParam(), direction); }
+
+    /// The sign of a submenu is another in a mirror.
+    static QString pointingTheOtherWay(const QString &what)
+    {
+        return what == QStringLiteral("QQuickText ›") ? QStringLiteral("QQuickText ‹") : what;
+    }
 
     static std::string describe(const QString &what, const QRectF &place)
     {

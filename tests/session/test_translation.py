@@ -12,8 +12,9 @@ LOCALE_LINES = (
     r"^If this causes problems, reconfigure your locale",
     r"^Detected system locale encoding",
 )
-# What stands between the words is no letter of every tool's.
-TITLE = "^Larkspool .* Einstellungen$"
+TITLE = "^Larkspool-Einstellungen$"
+# Before the dots is a space at which no line ends.
+SETTINGS_ENTRY = "Einstellungen\u00a0…"
 SETTINGS_LINES = r"^\[Larkspool\] (openSettings called|Showing settings window)$"
 
 
@@ -73,7 +74,7 @@ class German(Translated):
     def test_the_settings_are_german_from_their_title_to_their_last_page(self):
         self.program.open_panel()
         self.click("push button", "Menü")
-        self.click("menu item", "Einstellungen …")
+        self.click("menu item", SETTINGS_ENTRY)
         self.program.wait_until_hidden()
         self.keyboard.wait_for_focus(self.keyboard.wait_for_window(TITLE))
         self.wait_for("page tab", "Allgemein", "Kategorien", "Tastenkürzel", "Speicher", "Info")
@@ -81,7 +82,8 @@ class German(Translated):
         self.wait_for("radio button", "Orange", "Rot", "Weiß")
         self.click("page tab", "Kategorien")
         self.wait_for("list item", "Text", "URL", "Bild", "Datei", "Rich-Text")
-        self.wait_for("push button", "Neue Kategorie hinzufügen", "Standard wiederherstellen", "Nach oben")
+        self.wait_for("push button", "Neue Kategorie", "Standardkategorien wiederherstellen")
+        self.wait_for("push button", "Nach oben verschieben", "Nach unten verschieben")
         self.click("page tab", "Tastenkürzel")
         self.wait_for("push button", "Larkspool öffnen")
         self.wait_for("combo box", "Kategoriesuche")
@@ -94,7 +96,7 @@ class German(Translated):
         self.copy("eins")
         self.program.open_panel()
         self.click("push button", "Menü")
-        self.click("menu item", "Einstellungen …")
+        self.click("menu item", SETTINGS_ENTRY)
         self.keyboard.wait_for_focus(self.keyboard.wait_for_window(TITLE))
         printed = [line for line in self.program.stop() if not any(re.search(a, line) for a in LOCALE_LINES)]
         self.assertEqual(

@@ -315,10 +315,43 @@ TEST(DesktopFolders, OfTheUserAreWhereTheDesktopHasThem)
     EXPECT_FALSE(folders.contains(QStringLiteral("/h/.local/share/applications")));
 }
 
-TEST(MessagesLocale, IsTheFirstVariableThatIsSet)
+struct LocaleCase {
+    const char *language;
+    const char *all;
+    const char *messages;
+    const char *lang;
+    const char *locale;
+};
+
+class MessagesLocale : public ::testing::TestWithParam<LocaleCase>
 {
-    const Environment environment{{"LC_ALL", ""}, {"LC_MESSAGES", "de_AT"}, {"LANG", "en_US.UTF-8"}};
-    EXPECT_EQ(DesktopEntries::messagesLocale(), "de_AT");
+};
+
+TEST_P(MessagesLocale, IsTheFirstOfTheUsersLanguages)
+{
+    const LocaleCase &row = GetParam();
+    const Environment environment{
+        {"LANGUAGE", row.language}, {"LC_ALL", row.all}, {"LC_MESSAGES", row.messages}, {"LANG", row.lang}};
+    EXPECT_EQ(DesktopEntries::messagesLocale().toStdString(), row.locale);
 }
+
+INSTANTIATE_TEST_SUITE_P(Table, MessagesLocale,
+    ::testing::Values(LocaleCase{"", "", "", "", "C"},
+        LocaleCase{"", "", "", "de_AT.UTF-8@euro", "de_AT.UTF-8@euro"},
+        LocaleCase{"", "", "de_AT", "en_US.UTF-8", "de_AT"},
+        LocaleCase{"", "fr_FR.UTF-8", "de_AT", "en_US.UTF-8", "fr_FR.UTF-8"},
+        // Whatever the locale, that of the machine's own language as well.
+        LocaleCase{"fr", "", "", "de_DE.UTF-8", "fr"}, LocaleCase{"fr", "C", "", "de_DE.UTF-8", "fr"},
+        LocaleCase{"fr", "", "", "C.UTF-8", "fr"}, LocaleCase{"fr", "", "", "", "fr"},
+        LocaleCase{"de_AT:en", "", "", "fr_FR.UTF-8", "de_AT"},
+        LocaleCase{"sr_RS.UTF-8@latin", "", "", "C", "sr_RS.UTF-8@latin"},
+        LocaleCase{"fr-CA", "", "", "de_DE.UTF-8", "fr_CA"}, LocaleCase{"ast", "", "", "es_ES", "ast"},
+        // An empty entry is the locale's language.
+        LocaleCase{":fr", "", "", "de_DE.UTF-8", "de_DE.UTF-8"},
+        LocaleCase{"C::fr", "", "", "de_DE.UTF-8", "de_DE.UTF-8"},
+        // What names no language is passed over, and does not make the locale's one count again.
+        LocaleCase{"C:fr", "", "", "de_DE.UTF-8", "fr"}, LocaleCase{"C.UTF-8:fr", "", "", "de_DE", "fr"},
+        LocaleCase{"POSIX:fr", "", "", "de_DE", "fr"}, LocaleCase{"nonsense:fr", "", "", "de_DE", "fr"},
+        LocaleCase{"d!:42:fr", "", "", "de_DE", "fr"}, LocaleCase{"C", "", "", "de_DE.UTF-8", "C"}));
 
 } // namespace

@@ -123,15 +123,16 @@ TEST_P(Ages, AreShortInTheLanguageAndDatesAreTheLocales)
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, Ages,
-    ::testing::Values(AgeCase{0, "now", "jetzt"}, AgeCase{59, "now", "jetzt"}, AgeCase{60, "1m", "1 Min."},
-        AgeCase{3599, "59m", "59 Min."}, AgeCase{3600, "1h", "1 Std."}, AgeCase{86399, "23h", "23 Std."},
-        AgeCase{86400, "1d", "1 Tag"}, AgeCase{2 * 86400, "2d", "2 Tage"}, AgeCase{604799, "6d", "6 Tage"},
-        AgeCase{604800, "03/03/2026", "03.03.26"}));
+    ::testing::Values(AgeCase{0, "now", "jetzt"}, AgeCase{59, "now", "jetzt"},
+        AgeCase{60, "1m", "1\u00a0Min."}, AgeCase{3599, "59m", "59\u00a0Min."},
+        AgeCase{3600, "1h", "1\u00a0Std."}, AgeCase{86399, "23h", "23\u00a0Std."},
+        AgeCase{86400, "1d", "1\u00a0Tag"}, AgeCase{2 * 86400, "2d", "2\u00a0Tage"},
+        AgeCase{604799, "6d", "6\u00a0Tage"}, AgeCase{604800, "03/03/2026", "03.03.26"}));
 
 TEST(Sizes, AreSaidInTheLanguage)
 {
     const Translations translations(German);
-    EXPECT_EQ(rowtext::sizeText(12 * 1024), QStringLiteral("12 KB"));
+    EXPECT_EQ(rowtext::sizeText(12 * 1024), QStringLiteral("12\u00a0KB"));
 }
 
 // What is stored in English
@@ -163,7 +164,7 @@ TEST(DisplayNames, OfTheProgramsOwnCategoriesAndTemplatesAreInTheLanguage)
     EXPECT_EQ(shownCategories().join(u'|'), QStringLiteral("Text|URL|Bild|Datei|Rich-Text"));
     EXPECT_EQ(shownTemplates().join(u'|'),
         QStringLiteral("Komma|Neue Zeile|Leerzeichen|Tabulator|\"Doppelte Anführungszeichen\"|"
-                       "'Einfache Anführungszeichen'|JSON-Array|Aufzählung|Nummeriert|SQL IN"));
+                       "'Einfache Anführungszeichen'|JSON-Array|Aufzählung|Nummerierung|SQL IN"));
 }
 
 TEST(DisplayNames, InEnglishAreTheStoredOnes)
@@ -284,7 +285,7 @@ TEST_F(InGerman, TheTemplatesAreTranslatedAndDoWhatTheyDo)
     EXPECT_EQ(panel->title(), QStringLiteral("2 Einträge kombinieren"));
     EXPECT_EQ(names(*panel->templates()).at(panel->effectiveTemplateIndex()), QStringLiteral("Neue Zeile"));
     panel->setSelectedTemplateIndex(8);
-    EXPECT_EQ(names(*panel->templates()).at(8), QStringLiteral("Nummeriert"));
+    EXPECT_EQ(names(*panel->templates()).at(8), QStringLiteral("Nummerierung"));
     EXPECT_EQ(panel->preview(), QStringLiteral("1. oat milk\n2. eggs"));
 }
 
@@ -308,6 +309,16 @@ TEST_F(InGerman, ANameThatTheUserGivesIsStoredAndShownAsItStands)
     manager.saveForm();
     EXPECT_EQ(imageCategory()->name(), QStringLiteral("Fotos"));
     EXPECT_EQ(names(*manager.categories()).at(2), QStringLiteral("Fotos"));
+}
+
+TEST_F(InGerman, ARecordThatIsGivenItsEnglishNameIsTranslatedAgain)
+{
+    CategoryManagerView manager(m_store.context());
+    manager.edit(2);
+    manager.setNewName(QStringLiteral("Image"));
+    manager.saveForm();
+    EXPECT_EQ(imageCategory()->name(), QStringLiteral("Image"));
+    EXPECT_EQ(names(*manager.categories()).at(2), QStringLiteral("Bild"));
 }
 
 TEST_F(InGerman, ColoursAreNamedInGermanAndStoredAsTheyWere)

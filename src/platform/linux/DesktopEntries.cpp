@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace
 {
@@ -39,6 +40,32 @@ QString desktopId(const QString &root, const QString &path)
     QString id = path.mid(root.size() + 1);
     id.chop(Suffix.size());
     return id.replace(QLatin1Char('/'), QLatin1Char('-'));
+}
+
+/// By its two or three letters (ISO 639), which may be followed by a script, a country, an encoding and more.
+bool namesLanguage(const QByteArray &locale)
+{
+    const auto *const end = std::ranges::find_if_not(
+        locale, [](char letter) { return QChar::isLetter(static_cast<uchar>(letter)); });
+    const auto length = std::distance(locale.begin(), end);
+    return (length == 2 || length == 3) && (end == locale.end() || QByteArrayView("-_.@").contains(*end));
+}
+
+/// "fr_CA" of "fr-CA", which is read as well.
+QByteArray posixName(QByteArray locale)
+{
+    constexpr std::string_view EndsOfCountry = ".@";
+    std::replace(locale.begin(), std::ranges::find_first_of(locale, EndsOfCountry), '-', '_');
+    return locale;
+}
+
+QByteArray localeOfVariables()
+{
+    for (const char *const variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        if (const QByteArray value = qgetenv(variable); !value.isEmpty())
+            return value;
+    }
+    return "C";
 }
 
 /// Where a Flatpak has the desktop's folders of data; nothing is there unless it was allowed to read them.
@@ -90,11 +117,14 @@ QStringList DesktopEntries::defaultFolders(Surroundings surroundings)
 
 QByteArray DesktopEntries::messagesLocale()
 {
-    for (const char *const variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        if (const QByteArray value = qgetenv(variable); !value.isEmpty())
-            return value;
+    // Without the variable there is one entry, an empty one.
+    for (const QByteArray &entry : qgetenv("LANGUAGE").split(':')) {
+        if (entry.isEmpty())
+            return localeOfVariables();
+        if (namesLanguage(entry))
+            return posixName(entry);
     }
-    return {};
+    return "C";
 }
 
 bool DesktopEntries::isCurrent() const

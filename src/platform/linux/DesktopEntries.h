@@ -44,7 +44,11 @@ public:
     /// `applications` in $XDG_DATA_HOME, then in each folder of $XDG_DATA_DIRS (XDG Base Directory
     /// Specification); in a Flatpak then where the desktop's folders are for one that may read them.
     static QStringList defaultFolders(Surroundings surroundings = DesktopEntries::surroundings());
-    /// $LC_ALL, $LC_MESSAGES or $LANG, the first that is set.
+    /// The user's first language, as a POSIX name, or "C": that of QLocale::uiLanguages(), by which the
+    /// program's own texts are chosen, with its modifier. Hence the first entry of $LANGUAGE that names a
+    /// language, where the locale is "C" as well (gettext ignores the variable there); for an empty entry, or
+    /// without the variable, $LC_ALL, $LC_MESSAGES or $LANG, the first that is set. Names have no second
+    /// choice as the texts have: in "fr:de" they are French or as they are without a language.
     static QByteArray messagesLocale();
 
     /// The folders in order of precedence, and the POSIX name of the user's language ("de_AT.UTF-8@euro").

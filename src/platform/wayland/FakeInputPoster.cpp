@@ -2,6 +2,8 @@
 
 #include "platform/linux/KeyChord.h"
 
+#include <QCoreApplication>
+
 std::unique_ptr<FakeInputPoster> FakeInputPoster::open(MainQueue &queue, const Workspace &workspace)
 {
     auto connection = WaylandConnection::open();
@@ -24,7 +26,9 @@ FakeInputPoster::FakeInputPoster(
     , m_keymap(connection(), *connection().global("wl_seat"))
     , m_layout(queue)
 {
-    m_input.request(fakeinput::Authenticate, "Larkspool", "Pastes the entry that you pick");
+    //: Why it is to send keys to other programs; the desktop may say it when it asks the user.
+    const QString reason = QCoreApplication::translate("FakeInputPoster", "Pastes the entry that you pick");
+    m_input.request(fakeinput::Authenticate, "Larkspool", reason.toUtf8());
 }
 
 void FakeInputPoster::press(PasteChord chord)

@@ -1,8 +1,7 @@
 #include "ui/history/CombinePanel.h"
 
 #include "ui/history/CombineText.h"
-
-#include <QGuiApplication>
+#include "ui/style/ReadingDirection.h"
 
 #include <algorithm>
 
@@ -16,14 +15,6 @@ const QLatin1String Numbered("Numbered");
 
 constexpr quint16 LeftCode = 123;
 constexpr quint16 RightCode = 124;
-
-/// The key that does in a layout from left to right what this one does in the layout as it is.
-quint16 inReadingDirection(quint16 keyCode)
-{
-    if (QGuiApplication::layoutDirection() != Qt::RightToLeft)
-        return keyCode;
-    return keyCode == LeftCode ? RightCode : keyCode == RightCode ? LeftCode : keyCode;
-}
 
 QStringList textsOf(const CombinePanel::Items &items)
 {
@@ -135,7 +126,8 @@ LocalEventFate CombinePanel::handleKey(quint16 keyCode)
         {RightCode, &CombinePanel::selectNextTemplate},
         {LeftCode, &CombinePanel::selectPreviousTemplate},
     };
-    const auto *const key = std::ranges::find(Keys, inReadingDirection(keyCode), &Key::code);
+    const quint16 code = inReadingDirection(keyCode, LeftCode, RightCode);
+    const auto *const key = std::ranges::find(Keys, code, &Key::code);
     if (key == std::end(Keys))
         return LocalEventFate::PassedOn;
     // Later: what the action closes may be where the event is being handled.

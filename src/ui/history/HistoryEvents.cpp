@@ -1,6 +1,6 @@
 #include "ui/history/ClipboardHistoryView.h"
 
-#include <QGuiApplication>
+#include "ui/style/ReadingDirection.h"
 
 #include <array>
 
@@ -13,14 +13,6 @@ namespace
 constexpr double ScrollThreshold = 20.0;
 /// A field takes the focus, and a first text, once it is there.
 constexpr std::chrono::milliseconds FieldDelay{100};
-
-/// The key that does in a layout from left to right what this one does in the layout as it is.
-int inReadingDirection(int key)
-{
-    if (QGuiApplication::layoutDirection() != Qt::RightToLeft)
-        return key;
-    return key == Qt::Key_Left ? int(Qt::Key_Right) : key == Qt::Key_Right ? int(Qt::Key_Left) : key;
-}
 
 historykeys::CategorySearchKey categorySearchKey(const UserDefaults &defaults)
 {
@@ -72,7 +64,8 @@ LocalEventFate ClipboardHistoryView::keyDown(const LocalKeyEvent &event)
 
 bool ClipboardHistoryView::handleKey(int key, int modifiers, const QString &text)
 {
-    const historykeys::Press press = historykeys::pressOf(inReadingDirection(key), modifiers, text);
+    const int readKey = inReadingDirection<int>(key, Qt::Key_Left, Qt::Key_Right);
+    const historykeys::Press press = historykeys::pressOf(readKey, modifiers, text);
     // A letter that comes before the search field is there belongs to the search as well.
     const bool isFieldComing = !m_typedText.isEmpty();
     if (isFieldComing && press.startsSearch && !press.hasCommandOrControl) {
