@@ -533,7 +533,7 @@
     <message>
         <source>Unpin</source>
         <extracomment>Of an entry: pinned ones are kept, and stand first.</extracomment>
-        <translation>Lösen</translation>
+        <translation>Nicht mehr anheften</translation>
     </message>
     <message>
         <source>Pin</source>
