@@ -54,5 +54,7 @@ endfunction()
 function(larkspool_qml_target name)
     larkspool_target(${name})
     target_compile_options(${name} PRIVATE -Wno-shadow -Wno-unused-variable)
+    # The C++ that Qt's compiler would make of QML besides is another one each time.
+    set_target_properties(${name} PROPERTIES QT_QMLCACHEGEN_ARGUMENTS "--only-bytecode")
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
 endfunction()
