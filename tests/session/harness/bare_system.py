@@ -54,11 +54,10 @@ def is_own_world():
 class BareSystem:
     """A fresh Debian in a folder, for a program that has a world of its own; gone when the block or the program ends.
 
-    `packages` come with the base. `user` has a home as an installation gives it.
+    Its user, USER, has a home as an installation gives it.
     """
 
-    def __init__(self, packages=()):
-        self._packages = tuple(packages)
+    def __init__(self):
         self.root = None
 
     def __enter__(self):
@@ -87,7 +86,7 @@ class BareSystem:
         archives = sources()
         release = codename()
         mirror = next(line.split()[1] for line in archives if line.split()[2] == release)
-        base = ["debootstrap", "--variant=minbase", "--include=" + ",".join(("ca-certificates", *self._packages))]
+        base = ["debootstrap", "--variant=minbase", "--include=ca-certificates"]
         self._finish([*base, release, self.root, mirror], 1200)
         (self.root / "etc/apt/sources.list").write_text("".join(line + "\n" for line in archives))
         # Nothing that is installed starts a service, and nothing is asked.
@@ -169,8 +168,9 @@ class BareSystem:
         plain = {"PATH": PATH, "HOME": "/root", "LANG": "C.UTF-8", "DEBIAN_FRONTEND": "noninteractive"}
         proxies = {key: value for key, value in os.environ.items() if key.lower().endswith("_proxy")}
         done = subprocess.run(
-            [str(word) for word in words], env=env or plain | proxies, stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=deadline
-        )
+            [str(word) for word in words], env=env or plain | proxies,
+            stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=deadline,
+        )  # fmt: skip
         if done.returncode != 0:
             raise AssertionError(f"{words} failed with {done.returncode}:\n{done.stdout[-3000:]}\n{done.stderr[-3000:]}")
         return done.stdout
